@@ -1,0 +1,28 @@
+// SPDX-FileCopyrightText: the zelmar_label authors
+// SPDX-License-Identifier: MIT
+
+#ifndef ZELMAR_LABEL_TESTS_LOGRECORDER_H
+#define ZELMAR_LABEL_TESTS_LOGRECORDER_H
+
+#include <QStringList>
+#include <QtGlobal>
+
+/// Collects the lines of the Qt log while it lives, from all threads, instead of printing them. One at a time.
+class LogRecorder
+{
+public:
+    LogRecorder();
+    ~LogRecorder();
+    Q_DISABLE_COPY(LogRecorder)
+
+    /// All lines so far, in order; "warning: " and "critical: " stand before lines above debug level.
+    QStringList lines() const;
+
+    /// The lines since the last call.
+    QStringList take();
+
+private:
+    QtMessageHandler m_previous;
+};
+
+#endif

@@ -1,0 +1,115 @@
+// SPDX-FileCopyrightText: the zelmar_label authors
+// SPDX-License-Identifier: MIT
+
+#include "zelmar_label/address_grammar/commandformatter.h"
+
+#include "zelmar_label/address_grammar/radixnumber_p.h"
+#include "zelmar_label/address_grammar/stationaddress_p.h"
+
+#include <QDebug>
+
+namespace label {
+
+QList<CommunicatorCommand> CommandFormatter::makeBitContinueCommand(const CommunicatorCommand &command, int count,
+                                                                    int step, bool checkRange) const
+{
+    if (m_script.loaded)
+        return m_script.makeBitContinueCommand(command, count, step);
+    const int station = command.getStationId();
+    const QString address = command.getAddressString();
+    int word = getAddresRangePart(address);
+    int bit = getbitOffset(address);
+    const int bitRadix = bitbase();
+    const QString separator = m_multipleRule.rebuildSeparator();
+    m_pattern.indexIn(address);
+    const QString prefix = command.address.left(m_pattern.pos(m_addressGroupIndex));
+
+    QList<CommunicatorCommand> run;
+    if (m_multipleRule.isOnePart()) {
+        for (int pass = 0; pass < count && !(checkRange && isBeyondLimits(word, step)); ++pass) {
+            makeOnePartBitCommands(run, prefix, word, checkRange, station);
+            word = wrappingSum(word, step);
+        }
+        return run;
+    }
+    for (int pass = 0; pass < count; ++pass) {
+        makeTwoPartBitCommands(run, prefix, word, bit, bitRadix, separator, checkRange, station);
+        bit = wrappingSum(bit, step);
+        bitOffsetCarry(word, bit, bitRadix);
+    }
+    return run;
+}
+
+void CommandFormatter::makeOnePartBitCommands(QList<CommunicatorCommand> &list, QString prefix, int value,
+                                              bool checkRange, int stationId) const
+{
+    if (checkRange && !isRangeValid(value))
+        return;
+    appendNew(list, prefix + numberText(value, m_base), stationId);
+}
+
+void CommandFormatter::makeTwoPartBitCommands(QList<CommunicatorCommand> &list, QString prefix, int word, int bit,
+                                              int bitRadix, QString separator, bool checkRange, int stationId) const
+{
+    // The limits are those of words, yet it is the bit that is held against them: words beyond the end pass, so that a
+    // run may cross it.
+    if (checkRange && !isRangeValid(bit))
+        return;
+    // 32 marks a bit from 0 to 31, which is written in decimal.
+    const QString bitText = stringWithDigits(numberText(bit, bitRadix == 32 ? 10 : bitRadix));
+    appendNew(list, prefix + numberText(word, m_base) + separator + bitText, stationId);
+}
+
+CommunicatorCommand CommandFormatter::makeBlockCommand(int stationId, int value, int length) const
+{
+    CommunicatorCommand block;
+    block.address = withStation(stationId, m_prefixSymbol + numberText(value, m_base));
+    block.dataType = static_cast<CommunicatorCommand::DataType>(m_type);
+    block.length = static_cast<quint64>(static_cast<qint64>(length));
+    return block;
+}
+
+QString CommandFormatter::convertToRegisterAddress(const CommunicatorCommand &command) const
+{
+    if (m_script.loaded)
+        return m_script.convertToRegisterAddress(command.address);
+    const QString address =
+        convertedRegisterCommandSymbol() + convertedRagisterCommandRange(command.getAddressString());
+    return withStation(command.getStationId(), address);
+}
+
+QString CommandFormatter::convertedRegisterCommandSymbol() const
+{
+    return m_multipleRule.registerSymbol(m_prefixSymbol);
+}
+
+QString CommandFormatter::convertedRagisterCommandRange(const QString &address) const
+{
+    const QString word = m_multipleRule.wordPart(getRangeString(address));
+    if (m_multipleRule.isSplit())
+        return word;
+    const std::optional<int> number = readNumber(word, m_base);
+    if (!number) {
+        qDebug() << "convertedRegisterTypeCommandRange"
+                 << "Convert range string to number fail" << address;
+        return QString();
+    }
+    const int value = *number;
+    // Wrapped, since the number before the lowest one must not be undefined.
+    const int before = wrappingDifference(value, 1);
+    switch (m_multipleRule.registerAlignment()) {
+    case MultipleRule::RegisterAlignment::Of8:
+        return numberText(value - value % 8, m_base);
+    case MultipleRule::RegisterAlignment::Of8Plus1:
+        return numberText(before / 8 * 8 + 1, m_base);
+    case MultipleRule::RegisterAlignment::Of16:
+        return numberText(value - value % 16, m_base);
+    case MultipleRule::RegisterAlignment::Of16Plus1:
+        return numberText(before / 16 * 16 + 1, m_base);
+    case MultipleRule::RegisterAlignment::None:
+        break;
+    }
+    return QString();
+}
+
+} // namespace label

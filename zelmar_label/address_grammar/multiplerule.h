@@ -1,0 +1,168 @@
+// SPDX-FileCopyrightText: the zelmar_label authors
+// SPDX-License-Identifier: MIT
+
+#ifndef ZELMAR_LABEL_MULTIPLERULE_H
+#define ZELMAR_LABEL_MULTIPLERULE_H
+
+#include <QString>
+
+namespace label {
+
+/// The parsed `multiple_rule` text of one address format: how a bit address divides into word and bit, in which radix
+/// the bit is written, which numbers are aligned, and whether and where a bit can be reached through a register.
+///
+/// A text that as a whole has the shape `separator-radix:tail` ("dot-f:r", "union-oct:rm8a1_D") is compound: its tail
+/// tells of alignment and optimising. Any other text is plain, and the whole text tells of them. Keywords are compared
+/// in lower case. An unknown word is no error: it gives the "no" answers below.
+///
+/// A value; everything is parsed once, in the constructor. The text fields are for reading. It knows nothing of
+/// scripts.
+class MultipleRule
+{
+public:
+    /// No rule: all texts empty, no class, no radix, no alignment.
+    MultipleRule() = default;
+
+    /// Parses `ruleText`, any text.
+    explicit MultipleRule(const QString &ruleText);
+
+    /// True for a separator between word and bit: "dot", "slash", "dotpreslash", "dotaccslash", "dotposslash",
+    /// "dotlenslash", "last1", "last2".
+    bool isSplit() const { return m_separator == Separator::Text || isLastDigits(); }
+
+    /// True for "union" and "nosep": a bit address is one plain number.
+    bool isOnePart() const { return m_separator == Separator::None; }
+
+    /// The word part of a range string: the text before the separator, in lower case; all but the last characters for
+    /// "last1" and "last2" ("01" appended for a tail ":rfam3…"); the whole text on a one-part rule; empty on any other
+    /// rule.
+    QString wordPart(const QString &range) const;
+
+    /// The bit part of a range string: the text between the first and the second separator, compared case-sensitively,
+    /// or the last characters for "last1" and "last2". Empty when there is none.
+    QString bitPart(const QString &range) const;
+
+    /// The bit position that a split rule reads in a range string, from 0; -1 when the bit part is no number or the
+    /// radix word is unknown. "fam3" counts bits from 1, so that its first bit is 0.
+    int bitOffset(const QString &range) const;
+
+    /// The bit position inside the aligned group that a one-part rule reads in a range string: the number, less 1 for
+    /// the "a1" alignments, modulo `aligmentSize()`; -1 when the text is no number. A rule without a one-part radix
+    /// gives -1 and writes a line to the debug log.
+    int onePartBitOffset(const QString &range) const;
+
+    /// What divides a range string, empty for rules that do not.
+    QString splitString() const { return m_splitString; }
+
+    /// What stands between word and bit in a new address.
+    QString rebuildSeparator() const { return m_splitString; }
+
+    /// The register symbol that the tail names behind its first "_", or `defaultSymbol` without a "_".
+    QString registerSymbol(const QString &defaultSymbol) const;
+
+    /// The radix in which the bit part is written and stepped; 32 stands for a decimal bit from 0 to 31; -1 for none.
+    int bitRadix() const { return m_bitRadix; }
+
+    /// True when `value` obeys the rule's alignment, or when it has none.
+    bool isAligned(int value) const;
+
+    /// True when the rule restricts numbers at all.
+    bool hasAlignment() const
+    {
+        return m_multipleOf8 || m_multipleOf8Plus1 || m_multipleOf16 || m_multipleOf64Plus1 || m_multipleOf16Plus1;
+    }
+
+    /// Numbers that one group of the alignment spans: 8, 16, or 1 (also for "multiple of 64, plus 1").
+    int aligmentSize() const;
+
+    /// True when numbers count single bits: multiples of 8 or 16, with or without the plus 1.
+    bool countsBits() const { return m_multipleOf8 || m_multipleOf16 || m_multipleOf8Plus1 || m_multipleOf16Plus1; }
+
+    /// True when commands of the format may be optimised.
+    bool needOptimize() const { return m_needOptimize; }
+
+    /// True when a bit of the format can be reached through a register.
+    bool canConvertToRegister() const { return m_canConvertToRegister; }
+
+    /// True for the rule text "semens1".
+    bool isSemenseSepcialType() const { return m_semenseSpecialType; }
+
+    /// Fewest digits of a bit part in a new address: 2 when the text holds "last2" anywhere, else 1.
+    int minimumBitDigits() const { return m_minimumBitDigits; }
+
+    /// How the register of a bit on a rule that does not split is aligned; told by the tail alone.
+    enum class RegisterAlignment {
+        None,      ///< no register number can be made
+        Of8,       ///< down to a multiple of 8
+        Of8Plus1,  ///< down to a multiple of 8, plus 1
+        Of16,      ///< down to a multiple of 16
+        Of16Plus1, ///< down to a multiple of 16, plus 1
+    };
+    RegisterAlignment registerAlignment() const { return m_registerAlignment; }
+
+    /// The rule text as it stands in the column.
+    QString text;
+    /// The three words of the compound shape, searched anywhere in the text; ".", "f" and ":r" where it is not found.
+    QString separatorWord;
+    QString bitRadixWord;
+    QString registerTail;
+
+private:
+    enum class Separator {
+        Unknown, // neither split nor one-part
+        Text,
+        LastDigit,
+        LastTwoDigits,
+        None,
+    };
+
+    bool isLastDigits() const { return m_separator == Separator::LastDigit || m_separator == Separator::LastTwoDigits; }
+    int lastDigits() const { return m_separator == Separator::LastTwoDigits ? 2 : 1; }
+    void findWords();
+    void parseSeparator();
+    void parseBitRadix();
+    void parseAlignment(bool isCompound);
+
+    Separator m_separator = Separator::Unknown;
+    RegisterAlignment m_registerAlignment = RegisterAlignment::None;
+    QString m_splitString;
+    int m_bitRadix = -1;
+    int m_readRadix = -1;
+    int m_minimumBitDigits = 1;
+    bool m_countsBitsFromOne = false;
+    bool m_appendsFirstBit = false;
+    bool m_multipleOf8 = false;
+    bool m_multipleOf8Plus1 = false;
+    bool m_multipleOf16 = false;
+    bool m_multipleOf64Plus1 = false;
+    bool m_multipleOf16Plus1 = false;
+    bool m_needOptimize = true;
+    bool m_canConvertToRegister = false;
+    bool m_semenseSpecialType = false;
+};
+
+/// The five alignments on a bare number; the low bits decide, so negative numbers may hold too.
+inline bool isMultipleOf8(int value)
+{
+    return (value & 7) == 0;
+}
+inline bool isMultipleOf8Plus1(int value)
+{
+    return (value & 7) == 1;
+}
+inline bool isMultipleOf16(int value)
+{
+    return (value & 15) == 0;
+}
+inline bool isMultipleOf16Plus1(int value)
+{
+    return (value & 15) == 1;
+}
+inline bool isMultipleOf64Plus1(int value)
+{
+    return (value & 63) == 1;
+}
+
+} // namespace label
+
+#endif

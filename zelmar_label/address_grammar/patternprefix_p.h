@@ -1,0 +1,61 @@
+// SPDX-FileCopyrightText: the zelmar_label authors
+// SPDX-License-Identifier: MIT
+
+#ifndef ZELMAR_LABEL_PATTERNPREFIX_P_H
+#define ZELMAR_LABEL_PATTERNPREFIX_P_H
+
+#include <QString>
+
+#include <array>
+#include <vector>
+
+namespace label {
+
+/// The characters with which every text that a pattern matches must begin, as far as they can be told from the
+/// pattern's text. Most rows of a device table begin with a fixed symbol, and this tells in nanoseconds that an address
+/// is not theirs, where an expression takes many times as long.
+///
+/// It only ever rules out: a pattern that it cannot read, or does not know for sure, rules out nothing.
+class PatternPrefix
+{
+public:
+    explicit PatternPrefix(const QString &pattern);
+
+    /// True when no exact match of `text` is possible.
+    bool rulesOutMatch(const QString &text) const
+    {
+        return text.size() < static_cast<int>(m_positions.size()) || rulesOutCompletion(text);
+    }
+
+    /// True when no text that begins with `text` can match.
+    bool rulesOutCompletion(const QString &text) const;
+
+    /// Number of leading characters that are known.
+    int size() const { return static_cast<int>(m_positions.size()); }
+
+private:
+    class Parser;
+
+    /// The characters that may stand at one position. Characters beyond ASCII are told as a whole.
+    struct Characters
+    {
+        std::array<quint64, 2> ascii = {};
+        bool beyondAscii = false;
+
+        bool contains(QChar character) const
+        {
+            const ushort code = character.unicode();
+            return code < 128 ? ((ascii[code >> 6] >> (code & 63)) & 1) != 0 : beyondAscii;
+        }
+        void add(QChar character);
+        void addRange(ushort first, ushort last);
+        void addDigits();
+        void addAll();
+    };
+
+    std::vector<Characters> m_positions;
+};
+
+} // namespace label
+
+#endif

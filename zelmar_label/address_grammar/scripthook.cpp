@@ -1,0 +1,271 @@
+// SPDX-FileCopyrightText: the zelmar_label authors
+// SPDX-License-Identifier: MIT
+
+#include "zelmar_label/address_grammar/scripthook.h"
+
+#include "zelmar_label/address_grammar/communicatorcommand.h"
+
+#include <QCoreApplication>
+#include <QDebug>
+#include <QElapsedTimer>
+#include <QFile>
+#include <QFileInfo>
+#include <QScriptEngine>
+#include <QScriptEngineAgent>
+#include <QScriptValue>
+#include <QStringList>
+#include <QTextStream>
+
+#include <atomic>
+
+namespace label {
+
+namespace {
+
+std::atomic<int> s_enginesMade = 0;
+std::atomic<int> s_enginesAlive = 0;
+
+QScriptValue print(QScriptContext *context, QScriptEngine *engine)
+{
+    QStringList texts;
+    for (int i = 0; i < context->argumentCount(); ++i)
+        texts.append(context->argument(i).toString());
+    qDebug() << "Script debug:" << texts.join(QLatin1Char(' '));
+    return engine->undefinedValue();
+}
+
+/// Stops a script that runs too long.
+class Deadline : public QScriptEngineAgent
+{
+public:
+    explicit Deadline(QScriptEngine *engine)
+        : QScriptEngineAgent(engine)
+    {
+    }
+
+    void start()
+    {
+        m_statements = 0;
+        m_running.start();
+    }
+
+    void positionChange(qint64, int, int) override
+    {
+        // The clock costs more than the statements that it watches.
+        constexpr int statementsBetweenLooks = 4096;
+        if (++m_statements % statementsBetweenLooks == 0 && m_running.hasExpired(ScriptHook::deadlineSeconds * 1000))
+            engine()->abortEvaluation();
+    }
+
+private:
+    QElapsedTimer m_running;
+    int m_statements = 0;
+};
+
+} // namespace
+
+class ScriptHook::Engine
+{
+public:
+    Engine()
+        : m_deadline(new Deadline(&m_engine))
+    {
+        ++s_enginesMade;
+        ++s_enginesAlive;
+        m_engine.setAgent(m_deadline);
+        m_engine.globalObject().setProperty(QStringLiteral("print"), m_engine.newFunction(print));
+    }
+    ~Engine() { --s_enginesAlive; }
+    Q_DISABLE_COPY(Engine)
+
+    /// False, after a line in the debug log, when the text throws.
+    bool evaluate(const QString &text)
+    {
+        m_deadline->start();
+        m_engine.evaluate(text);
+        if (!m_engine.hasUncaughtException())
+            return true;
+        qDebug() << "uncaught exception at line" << m_engine.uncaughtExceptionLineNumber() << ":"
+                 << m_engine.uncaughtException().toString();
+        return false;
+    }
+
+    /// An invalid value when there is no such function.
+    QScriptValue call(const char *function, const QScriptValueList &arguments = {})
+    {
+        m_deadline->start();
+        return global(function).call(QScriptValue(), arguments);
+    }
+
+    QScriptValue global(const char *name) const { return m_engine.globalObject().property(QLatin1String(name)); }
+    void setGlobal(const char *name, const QScriptValue &value)
+    {
+        m_engine.globalObject().setProperty(QLatin1String(name), value);
+    }
+
+private:
+    QScriptEngine m_engine;
+    Deadline *m_deadline; // owned by the engine
+};
+
+ScriptHook::ScriptHook() = default;
+
+ScriptHook::ScriptHook(const QString &ruleText)
+{
+    const QString folder = QStringLiteral("scripts");
+    QDir scripts(QCoreApplication::applicationDirPath());
+    if (!scripts.cd(folder)) {
+        scripts.mkdir(folder);
+        scripts.cd(folder);
+    }
+    const QString fileName = ruleText.mid(2);
+    path = fileName.isEmpty() ? QStringLiteral("not exist") : scripts.absoluteFilePath(fileName);
+}
+
+ScriptHook::ScriptHook(const ScriptHook &other)
+{
+    *this = other;
+}
+
+ScriptHook &ScriptHook::operator=(const ScriptHook &other)
+{
+    if (this == &other)
+        return *this;
+    loaded = other.loaded;
+    directory = other.directory;
+    path = other.path;
+    reset();
+    m_engine.reset();
+    if (loaded)
+        load();
+    return *this;
+}
+
+ScriptHook::~ScriptHook() = default;
+
+bool ScriptHook::exists() const
+{
+    return QFileInfo::exists(path);
+}
+
+bool ScriptHook::load()
+{
+    loaded = false;
+    if (!exists())
+        return false;
+    const QString text = fileText();
+    loaded = !text.isEmpty();
+    if (loaded) {
+        if (!m_engine)
+            m_engine = std::make_unique<Engine>();
+        announceDefaults();
+        if (!m_engine->evaluate(text))
+            return false;
+    }
+    loaded = m_engine && m_engine->call("init").isValid();
+    if (loaded)
+        readAnnounced();
+    else
+        qDebug() << "script init function call fail" << path;
+    return loaded;
+}
+
+void ScriptHook::reset()
+{
+    bitBase = 10;
+    needOptimize = false;
+    needAligment = false;
+    aligmentSize = 1;
+    canConvertToRegister = false;
+    addressStartPos = 0;
+}
+
+QString ScriptHook::fileText() const
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? QTextStream(&file).readAll() : QString();
+}
+
+void ScriptHook::announceDefaults()
+{
+    m_engine->setGlobal("bitBase", bitBase);
+    m_engine->setGlobal("needOptimize", needOptimize);
+    m_engine->setGlobal("needAligment", needAligment);
+    m_engine->setGlobal("aligmentSize", aligmentSize);
+    m_engine->setGlobal("canConvertToRegister", canConvertToRegister);
+    m_engine->setGlobal("addressStartPos", addressStartPos);
+}
+
+void ScriptHook::readAnnounced()
+{
+    bitBase = m_engine->global("bitBase").toInt32();
+    needOptimize = m_engine->global("needOptimize").toBool();
+    needAligment = m_engine->global("needAligment").toBool();
+    aligmentSize = m_engine->global("aligmentSize").toInt32();
+    canConvertToRegister = m_engine->global("canConvertToRegister").toBool();
+    addressStartPos = m_engine->global("addressStartPos").toInt32();
+}
+
+int ScriptHook::getAddressRange(const QString &address) const
+{
+    if (!loaded)
+        return -1;
+    const QScriptValue result = m_engine->call("getAddressRange", {address});
+    if (result.isValid())
+        return result.toInt32();
+    qDebug() << "script getAddressRange function call fail" << address;
+    return -1;
+}
+
+int ScriptHook::bitoffset(const QString &address) const
+{
+    if (!loaded)
+        return -1;
+    const QScriptValue result = m_engine->call("bitoffset", {address});
+    if (result.isValid())
+        return result.toInt32();
+    qDebug() << "script bitoffset function call fail" << address;
+    return -1;
+}
+
+QString ScriptHook::convertToRegisterAddress(const QString &address) const
+{
+    if (!loaded)
+        return QString();
+    const QScriptValue result = m_engine->call("convertToRegisterAddress", {address});
+    if (result.isValid())
+        return result.toString();
+    qDebug() << "script convertToRegisterAddress function call fail" << address;
+    return QString();
+}
+
+QList<CommunicatorCommand> ScriptHook::makeBitContinueCommand(const CommunicatorCommand &command, int count,
+                                                              int step) const
+{
+    QList<CommunicatorCommand> commands;
+    if (!loaded)
+        return commands;
+    const QScriptValue result = m_engine->call("makeBitContinueCommand", {command.address, count, step});
+    if (!result.isValid()) {
+        qDebug() << "script makeBitContinueCommand function call fail" << command.stringKey() << count << step;
+        return commands;
+    }
+    const QStringList addresses = qscriptvalue_cast<QStringList>(result);
+    for (const QString &address : addresses) {
+        commands.append(command);
+        commands.last().address = address;
+    }
+    return commands;
+}
+
+int ScriptHook::enginesMade()
+{
+    return s_enginesMade;
+}
+
+int ScriptHook::enginesAlive()
+{
+    return s_enginesAlive;
+}
+
+} // namespace label

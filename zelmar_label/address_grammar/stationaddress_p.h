@@ -1,0 +1,28 @@
+// SPDX-FileCopyrightText: the zelmar_label authors
+// SPDX-License-Identifier: MIT
+
+#ifndef ZELMAR_LABEL_STATIONADDRESS_P_H
+#define ZELMAR_LABEL_STATIONADDRESS_P_H
+
+#include <QString>
+
+namespace label {
+
+/// The station id that stands for no station, everywhere.
+constexpr int noStation = -1;
+
+/// True when the address holds a "-" and so a station.
+bool hasStation(const QString &address);
+
+/// The text before the first "-" as a decimal number, 0 if it is none; `noStation` without a "-".
+int stationNumber(const QString &address);
+
+/// The text between the first and the second "-", or the whole address (shared, not copied) without a "-".
+QString deviceAddress(const QString &address);
+
+/// `address` with "station-" in front, or unchanged for `noStation`.
+QString withStation(int station, const QString &address);
+
+} // namespace label
+
+#endif

@@ -1,0 +1,91 @@
+// SPDX-FileCopyrightText: the zelmar_label authors
+// SPDX-License-Identifier: MIT
+
+#ifndef ZELMAR_LABEL_DYNAMICLABELCREATORS_H
+#define ZELMAR_LABEL_DYNAMICLABELCREATORS_H
+
+#include "zelmar_label/label_table/dynamiclabelcreatorinterface.h"
+
+#include <QRegExp>
+#include <QString>
+
+#include <set>
+
+namespace label {
+
+/// The creator for a driver, chosen by the exact driver name; a `DefaultCreator` for any driver without a family of its
+/// own. The caller owns it.
+DynamicLabelCreatorInterface *createDynamicLabelCreator(const QString &driverName);
+
+/// Knows no family: refuses every address.
+class DefaultCreator : public DynamicLabelCreatorInterface
+{
+public:
+    bool create(const QString &address, DynamicLabelItem &item) override;
+};
+
+/// The data blocks DB1 to DB2047: DB12.DBB4, DB12.DBW4, DB12.DBD4, DB12.DBX4 and DB12.DBX4.7.
+class IsoOnTcpCerator : public DynamicLabelCreatorInterface
+{
+public:
+    IsoOnTcpCerator();
+    bool create(const QString &address, DynamicLabelItem &item) override;
+
+private:
+    QRegExp wordPattern;
+    QRegExp bitPattern;
+};
+
+/// The data files 9 to 255: N9:5, N9:5/15, F9:5, B9:5, T9:5.ACC, T9:5/DN, C9:5.PRE, C9:5/CU and their like. Files below
+/// 9 are fixed rows of the drivers' tables.
+class DF1Creator : public DynamicLabelCreatorInterface
+{
+public:
+    DF1Creator();
+    bool create(const QString &address, DynamicLabelItem &item) override;
+
+private:
+    QRegExp wordPattern;
+    QRegExp timerBitPattern;
+    QRegExp counterBitPattern;
+    QRegExp numberedBitPattern;
+    QRegExp accPrePattern;
+};
+
+/// The buffer memory of modules: U1\G100.
+class Fx5uEthCreator : public DynamicLabelCreatorInterface
+{
+public:
+    Fx5uEthCreator();
+    bool create(const QString &address, DynamicLabelItem &item) override;
+
+private:
+    QRegExp modulePattern;
+};
+
+/// The parameters of a drive: USIGN16:3:9, USIGN16:3:9.15, STRING:3:0 and their like.
+class LustBusCreator : public DynamicLabelCreatorInterface
+{
+public:
+    LustBusCreator();
+    bool create(const QString &address, DynamicLabelItem &item) override;
+
+private:
+    struct CaseInsensitiveOrder
+    {
+        bool operator()(const QString &left, const QString &right) const
+        {
+            return left.compare(right, Qt::CaseInsensitive) < 0;
+        }
+    };
+
+    QRegExp bit32Pattern;
+    QRegExp bit16Pattern;
+    QRegExp bit8Pattern;
+    QRegExp itemPattern;
+    std::set<QString, CaseInsensitiveOrder> typeNames;
+};
+
+} // namespace label
+
+#endif

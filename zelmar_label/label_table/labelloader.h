@@ -1,0 +1,113 @@
+// SPDX-FileCopyrightText: the zelmar_label authors
+// SPDX-License-Identifier: MIT
+
+#ifndef ZELMAR_LABEL_LABELLOADER_H
+#define ZELMAR_LABEL_LABELLOADER_H
+
+#include "zelmar_label/label_table/commandinformationtalbe.h"
+#include "zelmar_label/label_table/labelinterface.h"
+#include "zelmar_label/zelmar_label_export.h"
+
+namespace label {
+
+class DynamicLabelCreatorInterface;
+
+/// A label over one device table, which a creator may extend while it is in use.
+///
+/// Releasing a loader through its `LabelInterface` gives back its own storage only; table and creator stay allocated.
+/// That is how the label store frees labels.
+class ZELMAR_LABEL_EXPORT LabelLoader final : public LabelInterface
+{
+public:
+    /// An empty table, both block limits 0, no creator.
+    LabelLoader();
+
+    /// Takes the table; both block limits are 0 until set.
+    LabelLoader(const CommandInformationTalbe &table);
+
+    /// As above, and takes ownership of `creator`, which may be null.
+    LabelLoader(const CommandInformationTalbe &table, DynamicLabelCreatorInterface *creator);
+
+    /// Gives back the creator's storage and releases the table.
+    ~LabelLoader();
+
+    /// Replaces the table.
+    void setDeviceTypesTable(const CommandInformationTalbe &table);
+
+    /// The table, for reading; references into it last until the next row is added.
+    const CommandInformationTalbe &deviceTypesTable() const;
+
+    /// Takes ownership of `creator`, which may be null, and gives back the one before.
+    void setCreator(DynamicLabelCreatorInterface *creator);
+
+    /// Sets what `getBlockCommandMaxSize` and `getBitCommandMaxSize` give. Any number is taken.
+    void setMaxBlockSize(int size);
+    void setMaxBitBlockSize(int size);
+
+    /// Number of all rows, whatever the argument.
+    int countType(int type) const;
+
+    /// Always 0.
+    int countReservTypes() const;
+
+    int countBitTypes() override;
+    int countRegisterTypes() override;
+    int base(int typeIndex) override;
+    int datatype(int typeIndex) override;
+    int datasize(int typeIndex) override;
+    int addressRange(int typeIndex, const QString &address) override;
+    bool parseAddress(const QString &address, QString &prefix, QString &range) override;
+    int addressValidation(const QString &address, int type) override;
+    QList<int> getAllMatchedIndex(const QString &address, int type) override;
+    QList<int> getAllMatchedSymbol(const QString &symbol, int type) override;
+    QString getPrefixSymbolByTypeID(int typeIndex) override;
+    QString getEditUsedPrifixSymbolByTypeId(int typeIndex) override;
+    QString getFormatString(int typeIndex) override;
+    QString getCatchTableName(const QString &address, int type) override;
+    int getBlockCommandMaxSize() override;
+    int getBitCommandMaxSize() override;
+    bool isMustContinue(int typeIndex) override;
+    int alignmentSize(int typeIndex) override;
+    int bitOffset(int typeIndex, const QString &address) override;
+    bool canConvertToRegisterCommand(int typeIndex) override;
+    CommunicatorCommand convertBitCommandToRegisterCommand(const CommunicatorCommand &command, int &typeIndex) override;
+    bool isCommandInBlockRange(int typeIndex, const CommunicatorCommand &command,
+                               const CommunicatorCommand &block) override;
+    int calculateOffsetByte(int typeIndex, const CommunicatorCommand &base,
+                            const CommunicatorCommand &command) override;
+    QStringList prefixSymbolsByType(label::Type type) override;
+    QStringList commandFormatsByType(label::Type type) override;
+    QStringList registerCommandFormats() override;
+    QStringList bitCommandFormats() override;
+    QStringList reservCommandFormats() override;
+    QStringList registerPrefixSymbols() override;
+    QStringList bitPrefixSymbols() override;
+    QStringList reservPrefixSymbols() override;
+    QStringList prefixSymbols() override;
+    QList<CommunicatorCommand> normalizeCommand(int typeIndex, const CommunicatorCommand &command) override;
+    QList<CommunicatorCommand> makeContinueCommand(int typeIndex, const CommunicatorCommand &command,
+                                                   int count) override;
+    QList<CommunicatorCommand> makeContinueCommandwithCap(int typeIndex, const CommunicatorCommand &command, int count,
+                                                          int cap, bool checkRange) override;
+    CommunicatorCommand makeBlockCommandWithoutSizeLimit(int stationId, int typeIndex, int start, int length) override;
+    QList<CommunicatorCommand> makeBlockCommand(int stationId, int typeIndex, int start, int length) override;
+    bool needOptimize(int typeIndex) override;
+    bool isTypeNeedAlignmentByte(int typeIndex) override;
+    int blocksize(int typeIndex) override;
+
+private:
+    Q_DISABLE_COPY(LabelLoader)
+
+    /// Appends the row for an address of a dynamic family and gives its type index; -1 when the creator refuses the
+    /// address or the table has no template for it.
+    int addDynamicRow(const QString &address);
+
+    CommandInformationTalbe deviceTypes;
+    int maxBlockSize = 0;
+    int maxBitBlockSize = 0;
+    DynamicLabelCreatorInterface *m_creator = nullptr;
+};
+
+} // namespace label
+
+#endif
