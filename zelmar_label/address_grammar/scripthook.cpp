@@ -34,7 +34,7 @@ QScriptValue print(QScriptContext *context, QScriptEngine *engine)
     return engine->undefinedValue();
 }
 
-/// Stops a script that runs too long.
+/// Stops a script that runs too long. It sees statements, so that a loop without a single one in it escapes it.
 class Deadline : public QScriptEngineAgent
 {
 public:
@@ -46,20 +46,27 @@ public:
     void start()
     {
         m_statements = 0;
+        m_hasExpired = false;
         m_running.start();
     }
+
+    /// True when the last run was stopped.
+    bool hasExpired() const { return m_hasExpired; }
 
     void positionChange(qint64, int, int) override
     {
         // The clock costs more than the statements that it watches.
         constexpr int statementsBetweenLooks = 4096;
-        if (++m_statements % statementsBetweenLooks == 0 && m_running.hasExpired(ScriptHook::deadlineSeconds * 1000))
-            engine()->abortEvaluation();
+        if (++m_statements % statementsBetweenLooks != 0 || !m_running.hasExpired(ScriptHook::deadlineSeconds * 1000))
+            return;
+        m_hasExpired = true;
+        engine()->abortEvaluation();
     }
 
 private:
     QElapsedTimer m_running;
     int m_statements = 0;
+    bool m_hasExpired = false;
 };
 
 } // namespace
@@ -78,11 +85,15 @@ public:
     ~Engine() { --s_enginesAlive; }
     Q_DISABLE_COPY(Engine)
 
-    /// False, after a line in the debug log, when the text throws.
+    /// False, after a line in the debug log, when the text throws or is stopped.
     bool evaluate(const QString &text)
     {
         m_deadline->start();
         m_engine.evaluate(text);
+        if (m_deadline->hasExpired()) {
+            qDebug() << "script stopped after" << ScriptHook::deadlineSeconds << "seconds";
+            return false;
+        }
         if (!m_engine.hasUncaughtException())
             return true;
         qDebug() << "uncaught exception at line" << m_engine.uncaughtExceptionLineNumber() << ":"
@@ -90,11 +101,12 @@ public:
         return false;
     }
 
-    /// An invalid value when there is no such function.
+    /// An invalid value when there is no such function, or when it was stopped.
     QScriptValue call(const char *function, const QScriptValueList &arguments = {})
     {
         m_deadline->start();
-        return global(function).call(QScriptValue(), arguments);
+        const QScriptValue result = global(function).call(QScriptValue(), arguments);
+        return m_deadline->hasExpired() ? QScriptValue() : result;
     }
 
     QScriptValue global(const char *name) const { return m_engine.globalObject().property(QLatin1String(name)); }

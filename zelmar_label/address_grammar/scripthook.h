@@ -15,7 +15,7 @@ class CommunicatorCommand;
 namespace label {
 
 /// The ECMAScript file that a rule text may name, which parses addresses that the rule language cannot and announces
-/// the constants that the rules would otherwise give. docs/driver-scripts.md tells script authors the contract.
+/// the constants that the rules would otherwise give. docs/driver-authors-guide.md tells script authors the contract.
 ///
 /// The file is looked for in the folder "scripts" beside the application; its name is the rule text from the third
 /// character on. A script engine costs about 0.2 ms and 370 KiB, so it comes into being only when a script is loaded.
