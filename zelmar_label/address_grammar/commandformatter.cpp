@@ -66,6 +66,8 @@ CommandFormatter::CommandFormatter(const QString &pattern, int type, int address
 
 CommandFormatter::CommandFormatter(const CommandFormatter &) = default;
 CommandFormatter &CommandFormatter::operator=(const CommandFormatter &) = default;
+CommandFormatter::CommandFormatter(CommandFormatter &&) noexcept = default;
+CommandFormatter &CommandFormatter::operator=(CommandFormatter &&) noexcept = default;
 CommandFormatter::~CommandFormatter() = default;
 
 void CommandFormatter::copy(const CommandFormatter &other)

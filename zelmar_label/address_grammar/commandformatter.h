@@ -57,6 +57,11 @@ public:
 
     CommandFormatter(const CommandFormatter &other);
     CommandFormatter &operator=(const CommandFormatter &other);
+
+    /// Takes over `other` with its loaded script; `other` may then only be assigned to or destroyed.
+    CommandFormatter(CommandFormatter &&other) noexcept;
+    CommandFormatter &operator=(CommandFormatter &&other) noexcept;
+
     ~CommandFormatter();
 
     /// Takes over every field; a loaded script is loaded anew.

@@ -153,6 +153,8 @@ ScriptHook &ScriptHook::operator=(const ScriptHook &other)
     return *this;
 }
 
+ScriptHook::ScriptHook(ScriptHook &&) noexcept = default;
+ScriptHook &ScriptHook::operator=(ScriptHook &&) noexcept = default;
 ScriptHook::~ScriptHook() = default;
 
 bool ScriptHook::exists() const

@@ -39,6 +39,11 @@ public:
     /// loaded, loads the file anew: engines are not copied.
     ScriptHook(const ScriptHook &other);
     ScriptHook &operator=(const ScriptHook &other);
+
+    /// Takes over `other` with its engine.
+    ScriptHook(ScriptHook &&other) noexcept;
+    ScriptHook &operator=(ScriptHook &&other) noexcept;
+
     ~ScriptHook();
 
     /// True when the file exists now; the file system is asked at each call.

@@ -8,6 +8,8 @@
 #include <QDebug>
 #include <QSet>
 
+#include <utility>
+
 namespace label {
 
 namespace {
@@ -49,6 +51,12 @@ QStringList withoutRepeats(const QStringList &texts)
 void CommandInformationTalbe::addCommandFormatter(const CommandFormatter &formatter)
 {
     m_formatters.append(formatter);
+}
+
+void CommandInformationTalbe::addCommandFormatter(CommandFormatter &&formatter)
+{
+    m_formatters.append(CommandFormatter());
+    m_formatters.last() = std::move(formatter);
 }
 
 int CommandInformationTalbe::countFormatters() const

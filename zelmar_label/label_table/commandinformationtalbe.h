@@ -29,6 +29,9 @@ public:
     /// Appends a copy of `formatter`; its type index is the old number of rows.
     void addCommandFormatter(const CommandFormatter &formatter);
 
+    /// As above, without a copy: a script that `formatter` has loaded is not loaded again.
+    void addCommandFormatter(CommandFormatter &&formatter);
+
     /// Number of rows.
     int countFormatters() const;
 

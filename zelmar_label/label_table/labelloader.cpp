@@ -6,6 +6,8 @@
 #include "zelmar_label/label_table/dynamiclabelcreatorinterface.h"
 #include "zelmar_label/label_table/releasestorage_p.h"
 
+#include <utility>
+
 namespace label {
 
 LabelLoader::LabelLoader() = default;
@@ -122,7 +124,7 @@ int LabelLoader::addDynamicRow(const QString &address)
     row.setEditorPrefixSymbol(row.prefixSymbol());
     row.setPattern(item.pattern);
     row.setPrefixSymbol(item.prefixSymbol);
-    deviceTypes.addCommandFormatter(row);
+    deviceTypes.addCommandFormatter(std::move(row));
     return deviceTypes.countFormatters() - 1;
 }
 
