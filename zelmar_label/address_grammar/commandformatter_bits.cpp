@@ -45,7 +45,8 @@ void CommandFormatter::makeOnePartBitCommands(QList<CommunicatorCommand> &list, 
 {
     if (checkRange && !isRangeValid(value))
         return;
-    appendNew(list, prefix + numberText(value, m_base), stationId);
+    prefix += numberText(value, m_base);
+    appendNew(list, prefix, stationId);
 }
 
 void CommandFormatter::makeTwoPartBitCommands(QList<CommunicatorCommand> &list, QString prefix, int word, int bit,
@@ -56,8 +57,10 @@ void CommandFormatter::makeTwoPartBitCommands(QList<CommunicatorCommand> &list, 
     if (checkRange && !isRangeValid(bit))
         return;
     // 32 marks a bit from 0 to 31, which is written in decimal.
-    const QString bitText = stringWithDigits(numberText(bit, bitRadix == 32 ? 10 : bitRadix));
-    appendNew(list, prefix + numberText(word, m_base) + separator + bitText, stationId);
+    separator += stringWithDigits(numberText(bit, bitRadix == 32 ? 10 : bitRadix));
+    prefix += numberText(word, m_base);
+    prefix += separator;
+    appendNew(list, prefix, stationId);
 }
 
 CommunicatorCommand CommandFormatter::makeBlockCommand(int stationId, int value, int length) const
@@ -85,7 +88,7 @@ QString CommandFormatter::convertedRegisterCommandSymbol() const
 
 QString CommandFormatter::convertedRagisterCommandRange(const QString &address) const
 {
-    const QString word = m_multipleRule.wordPart(getRangeString(address));
+    QString word = m_multipleRule.wordPart(getRangeString(address));
     if (m_multipleRule.isSplit())
         return word;
     const std::optional<int> number = readNumber(word, m_base);

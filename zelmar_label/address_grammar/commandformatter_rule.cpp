@@ -57,7 +57,10 @@ bool CommandFormatter::M64add1(int value)
 
 QString CommandFormatter::stringWithDigits(QString digits) const
 {
-    return digits.rightJustified(m_multipleRule.minimumBitDigits(), QLatin1Char('0'));
+    const int missing = m_multipleRule.minimumBitDigits() - digits.size();
+    if (missing > 0)
+        digits.prepend(QString(missing, QLatin1Char('0')));
+    return digits;
 }
 
 bool CommandFormatter::needOptimize() const

@@ -57,7 +57,8 @@ public:
     {
         // The clock costs more than the statements that it watches.
         constexpr int statementsBetweenLooks = 4096;
-        if (++m_statements % statementsBetweenLooks != 0 || !m_running.hasExpired(ScriptHook::deadlineSeconds * 1000))
+        if (++m_statements % statementsBetweenLooks != 0 ||
+            !m_running.hasExpired(qint64(ScriptHook::deadlineSeconds) * 1000))
             return;
         m_hasExpired = true;
         engine()->abortEvaluation();

@@ -44,7 +44,7 @@ public:
     bool isBlockValid(const QString &address, int length) const;
 
 private:
-    int m_marker = 0;
+    [[maybe_unused]] int m_marker = 0;
     int m_datasize = 0;
     QString m_name;
     QList<CommandFormatter *> m_formatters;

@@ -23,7 +23,7 @@ bool isNullCommand(const CommunicatorCommand &command)
 CommunicatorCommand LabelLoader::convertBitCommandToRegisterCommand(const CommunicatorCommand &command, int &typeIndex)
 {
     QString convertedAddress;
-    const CommunicatorCommand converted =
+    CommunicatorCommand converted =
         deviceTypes.convertBitCommandToRegisterCommand(command, typeIndex, convertedAddress);
     if (!isNullCommand(converted) || addDynamicRow(convertedAddress) < 0)
         return converted;
