@@ -219,7 +219,8 @@ private:
             const QChar last = isRange ? m_pattern.at(i + 2) : first;
             if (last == QLatin1Char('\\'))
                 return -1;
-            characters.addRange(first.unicode(), last.unicode());
+            // An expression takes a range that is written backwards for the same range forwards.
+            characters.addRange(qMin(first, last).unicode(), qMax(first, last).unicode());
             i += isRange ? 3 : 1;
         }
         return end + 1;

@@ -1,0 +1,32 @@
+#!/usr/bin/env bash
+# Builds the project and shows its main job: addresses of three PLCs, judged, stepped, split and cut into blocks.
+set -euo pipefail
+cd "$(dirname "$0")/.."
+scripts/install-packages.sh
+
+echo "Building; the first time this takes a few minutes."
+mkdir -p build
+cmake --preset release -DBUILD_TESTING=OFF -DZELMAR_LABEL_BENCHMARKS=OFF >build/demo.log
+cmake --build --preset release >>build/demo.log || { cat build/demo.log; exit 1; }
+tool=build/release/bin/zelmar-label
+
+bold=""; plain=""
+if [ -t 1 ]; then bold=$'\e[1m'; plain=$'\e[0m'; fi
+# A refused address gives exit code 1, which is no failure here.
+show() {
+    local words
+    printf -v words ' %q' "$@"
+    printf '\n%s$ zelmar-label%s%s\n' "$bold" "${words//\\ / }" "$plain"
+    "$tool" "$@" || [ $? -eq 1 ]
+}
+
+show drivers
+show check "ISO on TCP" DB1.DBW4 4-DB12.DBX3.7 M10.7 M10.8 MW16383 DB2048.DBW0 Q0.0
+show check "FX5U Ethernet" D100 X17 X18 W1F K4M16 K4M12 D8000 Q9
+show check "Modbus TCP" 4x1 40001 400001 4x9.15 4x9.16 4x0 00001
+show next "FX5U Ethernet" X17 --as bit --count 3
+show next "ISO on TCP" DB1.DBD4 --as dword --count 3
+show split "FX5U Ethernet" 2-D100 --as qword
+show blocks "Modbus TCP" 40001 --count 300
+echo
+echo "The same as data for programs: add --json. All formats of a driver: $tool formats \"ISO on TCP\""
