@@ -1,13 +1,12 @@
 // SPDX-FileCopyrightText: the zelmar_label authors
 // SPDX-License-Identifier: MIT
 
+#include "zelmar_label/label_store/labelcache_p.h"
 #include "zelmar_label/label_store/labelconnection_p.h"
 #include "zelmar_label/label_store/labelreader.h"
 #include "zelmar_label/label_store/labelstore.h"
 #include "zelmar_label/label_table/labelloader.h"
-#include "zelmar_label/label_table/releasestorage_p.h"
 
-#include <QMap>
 #include <QSqlDatabase>
 #include <QString>
 
@@ -15,15 +14,9 @@ namespace label {
 
 namespace {
 
-QString connectionName()
+LabelCache &labelCache()
 {
-    return QStringLiteral("drivers");
-}
-
-/// Driver name to label. The labels are the store's; everybody else gets plain pointers.
-QMap<QString, LabelInterface *> &labelCache()
-{
-    static QMap<QString, LabelInterface *> cache;
+    static LabelCache cache;
     return cache;
 }
 
@@ -31,14 +24,13 @@ QMap<QString, LabelInterface *> &labelCache()
 
 bool createDatabaseConnection(QSqlDatabase &db)
 {
-    return openLabelDatabase(db, connectionName());
+    return openLabelDatabase(db, QStringLiteral("drivers"));
 }
 
 LabelInterface *createLabel(const QString &name, QString &errorMessage)
 {
-    const auto cached = labelCache().constFind(name);
-    if (cached != labelCache().constEnd())
-        return *cached;
+    if (LabelInterface *cached = labelCache().find(name))
+        return cached;
     QSqlDatabase db;
     if (!createDatabaseConnection(db)) {
         errorMessage = QStringLiteral("Can't create connection.");
@@ -54,13 +46,12 @@ LabelInterface *createLabel(const QString &name, QString &errorMessage)
 
 void freeLabel(const QString &name)
 {
-    releaseStorage(labelCache().take(name));
+    labelCache().free(name);
 }
 
 void freeLabels()
 {
-    for (LabelInterface *label : qAsConst(labelCache()))
-        releaseStorage(label);
+    labelCache().freeAll();
 }
 
 void removeLabelDatabase() {}

@@ -1,0 +1,40 @@
+// SPDX-FileCopyrightText: the zelmar_label authors
+// SPDX-License-Identifier: MIT
+
+#ifndef ZELMAR_LABEL_LABELCACHE_P_H
+#define ZELMAR_LABEL_LABELCACHE_P_H
+
+#include "zelmar_label/label_table/labelinterface.h"
+#include "zelmar_label/label_table/releasestorage_p.h"
+
+#include <QMap>
+#include <QString>
+
+namespace label {
+
+/// Driver name to label. The labels are the store's; everybody else gets plain pointers.
+class LabelCache
+{
+public:
+    /// Null when there is none.
+    LabelInterface *find(const QString &name) const { return m_labels.value(name); }
+
+    void insert(const QString &name, LabelInterface *label) { m_labels.insert(name, label); }
+
+    /// Gives back the label's storage and forgets it. An unknown name is ignored.
+    void free(const QString &name) { releaseStorage(m_labels.take(name)); }
+
+    /// Gives back the storage of all labels, in the order of their names, and keeps the stale pointers.
+    void freeAll() const
+    {
+        for (LabelInterface *label : m_labels)
+            releaseStorage(label);
+    }
+
+private:
+    QMap<QString, LabelInterface *> m_labels;
+};
+
+} // namespace label
+
+#endif
