@@ -7,7 +7,8 @@
 #include <QStringList>
 #include <QtGlobal>
 
-/// Collects the lines of the Qt log while it lives, from all threads, instead of printing them. One at a time.
+/// Collects the lines of the Qt log while it lives, from all threads, instead of printing them. One at a time, and made
+/// within a test function or `init()`: QtTest installs its own message handler when it starts.
 class LogRecorder
 {
 public:
