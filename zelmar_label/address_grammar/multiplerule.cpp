@@ -43,8 +43,10 @@ MultipleRule::MultipleRule(const QString &ruleText)
 
 void MultipleRule::findWords()
 {
+    // A search that finds nothing takes a time that grows with the square of the text's length.
+    const bool canBeFound = text.contains(QLatin1Char('-')) && text.contains(QLatin1Char(':'));
     QRegExp expression = compoundExpression();
-    const bool found = expression.indexIn(text) >= 0;
+    const bool found = canBeFound && expression.indexIn(text) >= 0;
     separatorWord = found ? expression.cap(1) : QStringLiteral(".");
     bitRadixWord = found ? expression.cap(2) : QStringLiteral("f");
     registerTail = found ? expression.cap(3) : QStringLiteral(":r");

@@ -17,6 +17,7 @@
 #include <QTextStream>
 
 #include <atomic>
+#include <optional>
 
 namespace label {
 
@@ -32,6 +33,25 @@ QScriptValue print(QScriptContext *context, QScriptEngine *engine)
         texts.append(context->argument(i).toString());
     qDebug() << "Script debug:" << texts.join(QLatin1Char(' '));
     return engine->undefinedValue();
+}
+
+std::optional<int> toNumber(const QScriptValue &value)
+{
+    return value.toInt32();
+}
+
+std::optional<QString> toText(const QScriptValue &value)
+{
+    return value.toString();
+}
+
+std::optional<QStringList> toTexts(const QScriptValue &value)
+{
+    // A script may give any length to an array, and the conversion cannot be stopped.
+    constexpr quint32 longestRun = 10000000;
+    if (value.property(QStringLiteral("length")).toUInt32() > longestRun)
+        return std::nullopt;
+    return qscriptvalue_cast<QStringList>(value);
 }
 
 /// Stops a script that runs too long. It sees statements, so that a loop without a single one in it escapes it.
@@ -53,8 +73,12 @@ public:
     /// True when the last run was stopped.
     bool hasExpired() const { return m_hasExpired; }
 
-    void positionChange(qint64, int, int) override
+    /// The line of the last statement, from 1.
+    int line() const { return m_line; }
+
+    void positionChange(qint64, int line, int) override
     {
+        m_line = line;
         // The clock costs more than the statements that it watches.
         constexpr int statementsBetweenLooks = 4096;
         if (++m_statements % statementsBetweenLooks != 0 ||
@@ -67,6 +91,7 @@ public:
 private:
     QElapsedTimer m_running;
     int m_statements = 0;
+    int m_line = 0;
     bool m_hasExpired = false;
 };
 
@@ -81,7 +106,6 @@ public:
         ++s_enginesMade;
         ++s_enginesAlive;
         m_engine.setAgent(m_deadline);
-        m_engine.globalObject().setProperty(QStringLiteral("print"), m_engine.newFunction(print));
     }
     ~Engine() { --s_enginesAlive; }
     Q_DISABLE_COPY(Engine)
@@ -89,6 +113,7 @@ public:
     /// False, after a line in the debug log, when the text throws or is stopped.
     bool evaluate(const QString &text)
     {
+        m_engine.globalObject().setProperty(QStringLiteral("print"), m_engine.newFunction(print));
         m_deadline->start();
         m_engine.evaluate(text);
         if (m_deadline->hasExpired()) {
@@ -97,17 +122,27 @@ public:
         }
         if (!m_engine.hasUncaughtException())
             return true;
-        qDebug() << "uncaught exception at line" << m_engine.uncaughtExceptionLineNumber() << ":"
+        // An engine with an agent tells no line of a value thrown that is no error object.
+        const int line = m_engine.uncaughtExceptionLineNumber();
+        qDebug() << "uncaught exception at line" << (line > 0 ? line : m_deadline->line()) << ":"
                  << m_engine.uncaughtException().toString();
         return false;
     }
 
-    /// An invalid value when there is no such function, or when it was stopped.
-    QScriptValue call(const char *function, const QScriptValueList &arguments = {})
+    /// What `convert`, which gives an optional value, makes of the function's result. Nothing when there is no such
+    /// function, or when it or the conversion, which may run script code too, was stopped.
+    template<typename Convert>
+    auto call(const char *function, const QScriptValueList &arguments, Convert convert)
+        -> decltype(convert(QScriptValue()))
     {
         m_deadline->start();
         const QScriptValue result = global(function).call(QScriptValue(), arguments);
-        return m_deadline->hasExpired() ? QScriptValue() : result;
+        if (!result.isValid() || m_deadline->hasExpired())
+            return std::nullopt;
+        auto converted = convert(result);
+        if (m_deadline->hasExpired())
+            converted.reset();
+        return converted;
     }
 
     QScriptValue global(const char *name) const { return m_engine.globalObject().property(QLatin1String(name)); }
@@ -177,7 +212,8 @@ bool ScriptHook::load()
         if (!m_engine->evaluate(text))
             return false;
     }
-    loaded = m_engine && m_engine->call("init").isValid();
+    const auto anything = [](const QScriptValue &) { return std::optional(true); };
+    loaded = m_engine && m_engine->call("init", {}, anything);
     if (loaded)
         readAnnounced();
     else
@@ -225,33 +261,30 @@ int ScriptHook::getAddressRange(const QString &address) const
 {
     if (!loaded)
         return -1;
-    const QScriptValue result = m_engine->call("getAddressRange", {address});
-    if (result.isValid())
-        return result.toInt32();
-    qDebug() << "script getAddressRange function call fail" << address;
-    return -1;
+    const std::optional<int> number = m_engine->call("getAddressRange", {address}, toNumber);
+    if (!number)
+        qDebug() << "script getAddressRange function call fail" << address;
+    return number.value_or(-1);
 }
 
 int ScriptHook::bitoffset(const QString &address) const
 {
     if (!loaded)
         return -1;
-    const QScriptValue result = m_engine->call("bitoffset", {address});
-    if (result.isValid())
-        return result.toInt32();
-    qDebug() << "script bitoffset function call fail" << address;
-    return -1;
+    const std::optional<int> bit = m_engine->call("bitoffset", {address}, toNumber);
+    if (!bit)
+        qDebug() << "script bitoffset function call fail" << address;
+    return bit.value_or(-1);
 }
 
 QString ScriptHook::convertToRegisterAddress(const QString &address) const
 {
     if (!loaded)
         return QString();
-    const QScriptValue result = m_engine->call("convertToRegisterAddress", {address});
-    if (result.isValid())
-        return result.toString();
-    qDebug() << "script convertToRegisterAddress function call fail" << address;
-    return QString();
+    const std::optional<QString> converted = m_engine->call("convertToRegisterAddress", {address}, toText);
+    if (!converted)
+        qDebug() << "script convertToRegisterAddress function call fail" << address;
+    return converted.value_or(QString());
 }
 
 QList<CommunicatorCommand> ScriptHook::makeBitContinueCommand(const CommunicatorCommand &command, int count,
@@ -260,13 +293,12 @@ QList<CommunicatorCommand> ScriptHook::makeBitContinueCommand(const Communicator
     QList<CommunicatorCommand> commands;
     if (!loaded)
         return commands;
-    const QScriptValue result = m_engine->call("makeBitContinueCommand", {command.address, count, step});
-    if (!result.isValid()) {
+    const auto addresses = m_engine->call("makeBitContinueCommand", {command.address, count, step}, toTexts);
+    if (!addresses) {
         qDebug() << "script makeBitContinueCommand function call fail" << command.stringKey() << count << step;
         return commands;
     }
-    const QStringList addresses = qscriptvalue_cast<QStringList>(result);
-    for (const QString &address : addresses) {
+    for (const QString &address : *addresses) {
         commands.append(command);
         commands.last().address = address;
     }

@@ -20,8 +20,9 @@ namespace label {
 /// The file is looked for in the folder "scripts" beside the application; its name is the rule text from the third
 /// character on. A script engine costs about 0.2 ms and 370 KiB, so it comes into being only when a script is loaded.
 ///
-/// All failures go to the debug log and give the stated failure value. A call that runs longer than `deadlineSeconds`
-/// is stopped and counts as failed, so that an endless loop in a driver's script cannot hang the editor.
+/// All failures go to the debug log and give the stated failure value. A script that runs longer than `deadlineSeconds`
+/// in one go is stopped at its next statement and counts as failed, so that an endless loop does not hang the editor. A
+/// loop whose braces hold no statement, such as `while (true) {}`, has no next statement and is not stopped.
 ///
 /// Not safe for use by two threads at once; serialised with the formatter that holds it.
 class ScriptHook

@@ -9,6 +9,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 
 namespace label {
 
@@ -74,7 +75,8 @@ QList<CommunicatorCommand> CommandInformationTalbe::makeBlockCommand(int station
     const CommandFormatter &row = m_formatters.at(typeIndex);
     const bool countsBits = row.isTypeRangeNeedAlignmentByte();
     const bool advancesInBits = row.aligmentSize() > 1;
-    const qint64 limit = countsBits ? qint64(units) * size * 8 : units;
+    const qint64 limit =
+        countsBits ? qBound<qint64>(0, qint64(units) * size, std::numeric_limits<int>::max()) * 8 : units;
     QList<CommunicatorCommand> blocks;
     // Without room for a single number the run would never shrink.
     if (limit <= 0)
