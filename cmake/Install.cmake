@@ -34,7 +34,7 @@ install(FILES "${PROJECT_BINARY_DIR}/zelmar_label.pc"
 set(program_dir ${CMAKE_INSTALL_LIBEXECDIR}/zelmar_label)
 install(DIRECTORY "${ZELMAR_LABEL_RUNTIME_DIR}/database" "${ZELMAR_LABEL_RUNTIME_DIR}/scripts"
     DESTINATION ${program_dir} COMPONENT runtime)
-if(TARGET zelmar-label)
+if(ZELMAR_LABEL_TOOL)
     install(TARGETS zelmar-label RUNTIME DESTINATION ${program_dir} COMPONENT runtime)
     file(RELATIVE_PATH bin_to_program
         "${CMAKE_INSTALL_FULL_BINDIR}" "${CMAKE_INSTALL_FULL_LIBEXECDIR}/zelmar_label/zelmar-label")
