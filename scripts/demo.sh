@@ -14,9 +14,12 @@ bold=""; plain=""
 if [ -t 1 ]; then bold=$'\e[1m'; plain=$'\e[0m'; fi
 # A refused address gives exit code 1, which is no failure here.
 show() {
-    local words
-    printf -v words ' %q' "$@"
-    printf '\n%s$ zelmar-label%s%s\n' "$bold" "${words//\\ / }" "$plain"
+    local words="" word
+    for word in "$@"; do
+        if [[ $word == *" "* ]]; then word="\"$word\""; fi
+        words+=" $word"
+    done
+    printf '\n%s$ zelmar-label%s%s\n' "$bold" "$words" "$plain"
     "$tool" "$@" || [ $? -eq 1 ]
 }
 
