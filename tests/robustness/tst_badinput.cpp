@@ -96,6 +96,7 @@ QList<NamedText> badTexts()
             {"a folder as a script", QStringLiteral("F>.")},
             {"a newline", QStringLiteral("D1\n")},
             {"a compound rule of endless words", QString(many, QLatin1Char('a')) + QLatin1String("-f:r")},
+            {"endless words in the wrong order", QString(many, QLatin1Char('a')) + QLatin1String(":r-")},
             {"a number with a sign", QStringLiteral("-5")}};
 }
 
@@ -290,6 +291,7 @@ void TestBadInput::brokenPatterns_data()
         QTest::addRow("the pattern \"%s\"", pattern) << pattern;
     QTest::newRow("1,000 open groups") << QString(1000, QLatin1Char('('));
     QTest::newRow("1,000 groups in each other") << QString(QString(1000, '(') + QString(1000, ')'));
+    QTest::newRow("100,000 groups in each other") << QString(QString(100000, '(') + QString(100000, ')'));
 }
 
 void TestBadInput::brokenPatterns()

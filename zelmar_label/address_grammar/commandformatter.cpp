@@ -14,8 +14,27 @@ namespace label {
 
 namespace {
 
+/// The most groups that stand in one another, or some more.
+int nesting(const QString &pattern)
+{
+    int depth = 0;
+    int deepest = 0;
+    for (const QChar character : pattern) {
+        if (character == QLatin1Char('('))
+            deepest = qMax(deepest, ++depth);
+        else if (character == QLatin1Char(')'))
+            depth = qMax(0, depth - 1);
+    }
+    return deepest;
+}
+
 QRegExp expressionOf(const QString &pattern)
 {
+    // The parser of expressions calls itself for each group, and its stack has an end: thousands of groups in one
+    // another stand for an expression that is not valid.
+    constexpr int deepestNesting = 1000;
+    if (nesting(pattern) > deepestNesting)
+        return QRegExp(QStringLiteral("("));
     return QRegExp(pattern, Qt::CaseSensitive, QRegExp::RegExp);
 }
 
@@ -44,6 +63,7 @@ CommandFormatter::CommandFormatter(const QString &pattern, int type, int address
                                    const QString &multipleRule, const QString &catchTable, int base, int blocksize,
                                    const QString &continueRule)
     : m_pattern(expressionOf(pattern))
+    , m_patternText(pattern)
     , m_type(type)
     , m_addressGroupIndex(addressGroupIndex)
     , m_dataSize(dataSize)
@@ -84,12 +104,13 @@ void CommandFormatter::readLimits()
 void CommandFormatter::setPattern(const QString &pattern)
 {
     m_pattern = expressionOf(pattern);
+    m_patternText = pattern;
     m_patternPrefix = std::make_shared<PatternPrefix>(pattern);
 }
 
 QString CommandFormatter::pattern() const
 {
-    return m_pattern.pattern();
+    return m_patternText;
 }
 
 void CommandFormatter::setPrefixSymbol(const QString &symbol)

@@ -247,6 +247,7 @@ private:
     bool isBeyondLimits(int value, int step) const;
 
     QRegExp m_pattern;
+    QString m_patternText;
     int m_type = 0;
     int m_addressGroupIndex = 0;
     unsigned long long m_dataSize = 0;

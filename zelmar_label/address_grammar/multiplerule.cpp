@@ -12,10 +12,48 @@ namespace label {
 
 namespace {
 
-QRegExp compoundExpression()
+bool isWordCharacter(QChar character)
 {
-    return QRegExp(QStringLiteral("(\\w+)-(\\w+)(:\\w*)"));
+    return character.isLetterOrNumber() || character.isMark() || character == QLatin1Char('_');
 }
+
+/// The first place where a text holds `(\w+)-(\w+)(:\w*)`, found in one pass: an expression's search takes a time that
+/// grows with the square of the text's length.
+struct CompoundShape
+{
+    int start = -1;
+    int dash = -1;
+    int colon = -1;
+    int end = -1;
+
+    explicit CompoundShape(const QString &text)
+    {
+        for (int at = text.indexOf(QLatin1Char('-')); at >= 0; at = text.indexOf(QLatin1Char('-'), at + 1)) {
+            int first = at;
+            while (first > 0 && isWordCharacter(text.at(first - 1)))
+                --first;
+            const int behind = wordEnd(text, at + 1);
+            if (first == at || behind == at + 1 || behind == text.size() || text.at(behind) != QLatin1Char(':'))
+                continue;
+            start = first;
+            dash = at;
+            colon = behind;
+            end = wordEnd(text, behind + 1);
+            return;
+        }
+    }
+
+    bool isFound() const { return start >= 0; }
+    bool isWhole(const QString &text) const { return start == 0 && end == text.size(); }
+
+private:
+    static int wordEnd(const QString &text, int at)
+    {
+        while (at < text.size() && isWordCharacter(text.at(at)))
+            ++at;
+        return at;
+    }
+};
 
 bool holds(const QString &text, const QString &expression)
 {
@@ -31,25 +69,22 @@ bool equalsAny(const QString &text, QLatin1String first, QLatin1String second)
 
 MultipleRule::MultipleRule(const QString &ruleText)
     : text(ruleText)
+    , separatorWord(QStringLiteral("."))
+    , bitRadixWord(QStringLiteral("f"))
+    , registerTail(QStringLiteral(":r"))
 {
-    findWords();
+    const CompoundShape shape(text);
+    if (shape.isFound()) {
+        separatorWord = text.mid(shape.start, shape.dash - shape.start);
+        bitRadixWord = text.mid(shape.dash + 1, shape.colon - shape.dash - 1);
+        registerTail = text.mid(shape.colon, shape.end - shape.colon);
+    }
     parseSeparator();
     parseBitRadix();
-    parseAlignment(compoundExpression().exactMatch(text));
+    parseAlignment(shape.isWhole(text));
     const QString lowered = text.toLower();
     m_semenseSpecialType = lowered == QLatin1String("semens1");
     m_minimumBitDigits = lowered.contains(QLatin1String("last2")) ? 2 : 1;
-}
-
-void MultipleRule::findWords()
-{
-    // A search that finds nothing takes a time that grows with the square of the text's length.
-    const bool canBeFound = text.contains(QLatin1Char('-')) && text.contains(QLatin1Char(':'));
-    QRegExp expression = compoundExpression();
-    const bool found = canBeFound && expression.indexIn(text) >= 0;
-    separatorWord = found ? expression.cap(1) : QStringLiteral(".");
-    bitRadixWord = found ? expression.cap(2) : QStringLiteral("f");
-    registerTail = found ? expression.cap(3) : QStringLiteral(":r");
 }
 
 void MultipleRule::parseSeparator()

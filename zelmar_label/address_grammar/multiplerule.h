@@ -118,7 +118,6 @@ private:
 
     bool isLastDigits() const { return m_separator == Separator::LastDigit || m_separator == Separator::LastTwoDigits; }
     int lastDigits() const { return m_separator == Separator::LastTwoDigits ? 2 : 1; }
-    void findWords();
     void parseSeparator();
     void parseBitRadix();
     void parseAlignment(bool isCompound);
