@@ -11,4 +11,8 @@ set(public_headers
     label_table/labelinterface.h
     label_table/labelloader.h
     label_table/labeltype.h
-    label_store/labelstore.h)
+    label_store/labelstore.h
+    tag_store/filtertools.h
+    tag_store/systemtagiteminformation.h
+    tag_store/tagsystem.h
+    tag_values/bytearrayconversion.h)

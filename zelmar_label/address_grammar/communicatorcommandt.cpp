@@ -5,10 +5,10 @@
 
 #include "zelmar_label/address_grammar/commandkey_p.h"
 #include "zelmar_label/address_grammar/communicatorcommand.h"
+#include "zelmar_label/address_grammar/mutexlocker_p.h"
 #include "zelmar_label/address_grammar/stationaddress_p.h"
 
 #include <QDataStream>
-#include <QMutexLocker>
 
 namespace {
 
@@ -66,31 +66,31 @@ CommunicatorCommandT::~CommunicatorCommandT() = default;
 
 void CommunicatorCommandT::outputDataStream(QDataStream &stream)
 {
-    const QMutexLocker locker(&mutex);
+    const label::MutexLocker locker(&mutex);
     stream << scanTime << dataType << length << address;
 }
 
 void CommunicatorCommandT::inputDataStream(QDataStream &stream)
 {
-    const QMutexLocker locker(&mutex);
+    const label::MutexLocker locker(&mutex);
     stream >> scanTime >> dataType >> length >> address;
 }
 
 int CommunicatorCommandT::getStationId(const CommunicatorCommandT &command)
 {
-    const QMutexLocker locker(&s_stationMutex);
+    const label::MutexLocker locker(&s_stationMutex);
     return label::stationNumber(command.address);
 }
 
 QString CommunicatorCommandT::getAddressString(const CommunicatorCommandT &command)
 {
-    const QMutexLocker locker(&s_stationMutex);
+    const label::MutexLocker locker(&s_stationMutex);
     return label::deviceAddress(command.address);
 }
 
 QString CommunicatorCommandT::dataTypeName() const
 {
-    const QMutexLocker locker(&mutex);
+    const label::MutexLocker locker(&mutex);
     switch (dataType) {
     case CommunicatorCommand::Bit:
         return QStringLiteral("Bit");
@@ -117,7 +117,7 @@ bool CommunicatorCommandT::isBlockCommand() const
 
 bool CommunicatorCommandT::isNull() const
 {
-    const QMutexLocker locker(&mutex);
+    const label::MutexLocker locker(&mutex);
     return address.isEmpty() || address == label::nullCommandAddress();
 }
 
@@ -128,7 +128,7 @@ QString CommunicatorCommandT::stringKey() const
 
 int CommunicatorCommandT::getDataSize() const
 {
-    const QMutexLocker locker(&mutex);
+    const label::MutexLocker locker(&mutex);
     switch (dataType) {
     case CommunicatorCommand::Bit:
         return length <= 1 ? length : (length >> 3) + 1;
@@ -144,6 +144,6 @@ int CommunicatorCommandT::getDataSize() const
 
 void CommunicatorCommandT::makekey()
 {
-    const QMutexLocker locker(&mutex);
+    const label::MutexLocker locker(&mutex);
     key = label::commandKey(address, dataType, length);
 }

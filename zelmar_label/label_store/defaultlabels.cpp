@@ -3,9 +3,7 @@
 
 #include "zelmar_label/label_store/labelcache_p.h"
 #include "zelmar_label/label_store/labelconnection_p.h"
-#include "zelmar_label/label_store/labelreader.h"
 #include "zelmar_label/label_store/labelstore.h"
-#include "zelmar_label/label_table/labelloader.h"
 
 #include <QSqlDatabase>
 #include <QString>
@@ -29,19 +27,7 @@ bool createDatabaseConnection(QSqlDatabase &db)
 
 LabelInterface *createLabel(const QString &name, QString &errorMessage)
 {
-    if (LabelInterface *cached = labelCache().find(name))
-        return cached;
-    QSqlDatabase db;
-    if (!createDatabaseConnection(db)) {
-        errorMessage = QStringLiteral("Can't create connection.");
-        return nullptr;
-    }
-    LabelInterface *label = readLabel(db, name, errorMessage);
-    if (!label)
-        return nullptr;
-    db.close();
-    labelCache().insert(name, label);
-    return label;
+    return labelCache().findOrRead(name, errorMessage, createDatabaseConnection, removeLabelDatabase);
 }
 
 void freeLabel(const QString &name)

@@ -10,6 +10,8 @@
 #include <QMap>
 #include <QString>
 
+class QSqlDatabase;
+
 namespace label {
 
 /// Driver name to label. The labels are the store's; everybody else gets plain pointers.
@@ -30,6 +32,12 @@ public:
         for (LabelInterface *label : m_labels)
             releaseStorage(label);
     }
+
+    /// The label of driver `name`, read on the first call from the database that `open` opens; `finish` is called when
+    /// that is done. Null on failure, with the reason in `errorMessage`; nothing is kept then, and the connection stays
+    /// open.
+    LabelInterface *findOrRead(const QString &name, QString &errorMessage, bool (*open)(QSqlDatabase &),
+                               void (*finish)());
 
 private:
     QMap<QString, LabelInterface *> m_labels;

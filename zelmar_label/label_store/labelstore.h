@@ -15,6 +15,11 @@ class QString;
 /// such folder, beside the application itself). It is only read. "drivers" is also the name of the Qt database
 /// connection.
 ///
+/// A driver can be switched to a *custom label*: a private copy of its grammar in tables that the user's installation
+/// owns, in the SQLite file "customdrivers" of the same folder, which the library makes and writes. "customdrivers" is
+/// also the name of its connection. Nothing here writes rows into a custom device table; they come from the program
+/// around the library.
+///
 /// Nothing here is locked: labels are made and freed on one thread at a time, which may be another one each time.
 namespace label {
 
@@ -40,6 +45,33 @@ ZELMAR_LABEL_EXPORT void freeLabels();
 
 /// Does nothing: the connection to the driver database stays registered for the life of the process.
 ZELMAR_LABEL_EXPORT void removeLabelDatabase();
+
+/// Opens the custom database into `db`, making the file and its table of drivers where they are missing. True when it
+/// is open, also when `db` was open before.
+ZELMAR_LABEL_EXPORT bool createCustomDatabaseConnection(QSqlDatabase &db);
+
+/// True when driver `name` is to use its custom label. The file is read once, at the first call; if it cannot be opened
+/// then, every driver reads as default from then on.
+ZELMAR_LABEL_EXPORT bool useCustomLabel(const QString &name);
+
+/// Switches driver `name`, one of the driver database, to its custom label, creating its tables where they are missing;
+/// tables that are there keep their rows and limits. False, with a line in the debug log, when a step fails; earlier
+/// steps stay. A driver name with "-" or "/" in it makes no table name and always fails. A cached label is not touched.
+ZELMAR_LABEL_EXPORT bool setupCustomLabel(const QString &name);
+
+/// Makes driver `name` use its default label again. Its custom tables stay. True also for a driver that was never
+/// switched; false, with a line in the debug log, when the custom database cannot be written.
+ZELMAR_LABEL_EXPORT bool setupDefaultLabel(const QString &name);
+
+/// The custom label of driver `name`, as `createLabel` gives the default one, from a cache of its own.
+ZELMAR_LABEL_EXPORT LabelInterface *createCustomLabel(const QString &name, QString &errorMessage);
+
+/// As `freeLabel` and `freeLabels`, for custom labels.
+ZELMAR_LABEL_EXPORT void freeCustomLabel(const QString &name);
+ZELMAR_LABEL_EXPORT void freeCustomLabels();
+
+/// Removes the connection to the custom database; the next use adds it again.
+ZELMAR_LABEL_EXPORT void removeCustomLabelDatabase();
 
 } // namespace label
 

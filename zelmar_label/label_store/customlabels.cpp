@@ -1,0 +1,198 @@
+// SPDX-FileCopyrightText: the zelmar_label authors
+// SPDX-License-Identifier: MIT
+
+#include "zelmar_label/label_store/labelcache_p.h"
+#include "zelmar_label/label_store/labelconnection_p.h"
+#include "zelmar_label/label_store/labelstore.h"
+#include "zelmar_label/label_table/labelinterface.h"
+
+#include <QDebug>
+#include <QMap>
+#include <QSqlDatabase>
+#include <QSqlQuery>
+#include <QString>
+#include <QVariant>
+
+namespace label {
+
+namespace {
+
+QString connectionName()
+{
+    return QStringLiteral("customdrivers");
+}
+
+LabelCache &customLabelCache()
+{
+    static LabelCache cache;
+    return cache;
+}
+
+/// Which drivers use their custom label, as the custom database told when it was first asked.
+struct CustomLabelUse
+{
+    QMap<QString, bool> byDriver;
+    bool isLoaded = false;
+};
+
+CustomLabelUse &customLabelUse()
+{
+    static CustomLabelUse use;
+    return use;
+}
+
+bool hasTable(const QSqlDatabase &db, const QString &table)
+{
+    return db.tables(QSql::Tables).contains(table, Qt::CaseSensitive);
+}
+
+void loadCustomLabelUse(CustomLabelUse &use)
+{
+    use.isLoaded = true;
+    QSqlDatabase db;
+    if (!createCustomDatabaseConnection(db))
+        return;
+    QSqlQuery query(db);
+    if (!query.exec(QStringLiteral("SELECT name, general_table, device_table FROM table_index")))
+        return;
+    while (query.next()) {
+        const bool hasBothTables = !query.value(1).toString().isEmpty() && !query.value(2).toString().isEmpty();
+        use.byDriver.insert(query.value(0).toString(), hasBothTables);
+    }
+}
+
+struct CustomTables
+{
+    explicit CustomTables(QString driver)
+    {
+        driver.replace(QLatin1Char(' '), QLatin1Char('_'));
+        general = driver + QLatin1String("_general_table");
+        device = driver + QLatin1String("_types_table");
+    }
+
+    QString general;
+    QString device;
+};
+
+bool createGeneralTable(QSqlQuery &query, const QString &name, const QString &table)
+{
+    if (!query.exec(QStringLiteral("CREATE TABLE %1 (driver_name TEXT, block_size NUMBER, bit_block_size NUMBER, "
+                                   "support_actions TEXT)")
+                        .arg(table)))
+        return false;
+    QString ignored;
+    LabelInterface *defaultLabel = createLabel(name, ignored);
+    if (!defaultLabel)
+        return false;
+    return query.exec(QStringLiteral("INSERT INTO %1 (driver_name, block_size, bit_block_size, support_actions) VALUES "
+                                     "('%2', %3, %4, '')")
+                          .arg(table, name, QString::number(defaultLabel->getBlockCommandMaxSize()),
+                               QString::number(defaultLabel->getBitCommandMaxSize())));
+}
+
+bool createDeviceTable(QSqlQuery &query, const QString &table)
+{
+    return query.exec(QStringLiteral("CREATE TABLE %1 (pattern TEXT, type NUMBER, start NUMBER, end NUMBER, "
+                                     "address_group_index NUMBER, description TEXT, prefix_symbol TEXT, data_size "
+                                     "NUMBER, catch_table TEXT, multiple_rule TEXT, base NUMBER, blocksize NUMBER, "
+                                     "label_index NUMBER)")
+                          .arg(table));
+}
+
+bool indexTables(QSqlQuery &query, const QString &name, const CustomTables &tables)
+{
+    if (!query.exec(QStringLiteral("SELECT * FROM table_index WHERE name = '%1'").arg(name)))
+        return false;
+    const bool isIndexed = query.next();
+    query.finish();
+    if (isIndexed)
+        return query.exec(
+            QStringLiteral("UPDATE table_index SET general_table = '%1', device_table = '%2' WHERE name = '%3'")
+                .arg(tables.general, tables.device, name));
+    return query.exec(
+        QStringLiteral("INSERT INTO table_index (name, general_table, device_table) VALUES ('%1', '%2', '%3')")
+            .arg(name, tables.general, tables.device));
+}
+
+/// The marker tells the step that failed.
+bool failedAt(const char *operation, int marker)
+{
+    qDebug() << operation << marker;
+    return false;
+}
+
+} // namespace
+
+bool createCustomDatabaseConnection(QSqlDatabase &db)
+{
+    if (db.isOpen())
+        return true;
+    if (!openLabelDatabase(db, connectionName()))
+        return false;
+    if (!hasTable(db, QStringLiteral("table_index")))
+        QSqlQuery(db).exec(
+            QStringLiteral("CREATE TABLE table_index(name TEXT, general_table TEXT, device_table TEXT)"));
+    return true;
+}
+
+bool useCustomLabel(const QString &name)
+{
+    CustomLabelUse &use = customLabelUse();
+    if (!use.isLoaded)
+        loadCustomLabelUse(use);
+    return use.byDriver.value(name, false);
+}
+
+bool setupCustomLabel(const QString &name)
+{
+    const char *const operation = "setupCustomLabel";
+    QSqlDatabase db;
+    if (!createCustomDatabaseConnection(db))
+        return failedAt(operation, __LINE__);
+    const CustomTables tables(name);
+    QSqlQuery query(db);
+    if (!hasTable(db, tables.general) && !createGeneralTable(query, name, tables.general))
+        return failedAt(operation, __LINE__);
+    if (!hasTable(db, tables.device) && !createDeviceTable(query, tables.device))
+        return failedAt(operation, __LINE__);
+    if (!indexTables(query, name, tables))
+        return failedAt(operation, __LINE__);
+    customLabelUse().byDriver.insert(name, true);
+    return true;
+}
+
+bool setupDefaultLabel(const QString &name)
+{
+    const char *const operation = "setupDefaultLabel";
+    QSqlDatabase db;
+    if (!createCustomDatabaseConnection(db))
+        return failedAt(operation, __LINE__);
+    QSqlQuery query(db);
+    if (!query.exec(
+            QStringLiteral("UPDATE table_index SET general_table = '', device_table = '' WHERE name = '%1'").arg(name)))
+        return failedAt(operation, __LINE__);
+    customLabelUse().byDriver.insert(name, false);
+    return true;
+}
+
+LabelInterface *createCustomLabel(const QString &name, QString &errorMessage)
+{
+    return customLabelCache().findOrRead(name, errorMessage, createCustomDatabaseConnection, removeCustomLabelDatabase);
+}
+
+void freeCustomLabel(const QString &name)
+{
+    customLabelCache().free(name);
+}
+
+void freeCustomLabels()
+{
+    customLabelCache().freeAll();
+}
+
+void removeCustomLabelDatabase()
+{
+    QSqlDatabase::removeDatabase(connectionName());
+}
+
+} // namespace label
