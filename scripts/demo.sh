@@ -1,5 +1,6 @@
 #!/usr/bin/env bash
-# Builds the project and shows its main job: addresses of three PLCs, judged, stepped, split and cut into blocks.
+# Builds the project and shows its main job: addresses of three PLCs, judged, stepped, split and cut into blocks, and the tags
+# of a sample project with their commands and bytes.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 scripts/install-packages.sh
@@ -31,5 +32,17 @@ show next "FX5U Ethernet" X17 --as bit --count 3
 show next "ISO on TCP" DB1.DBD4 --as dword --count 3
 show split "FX5U Ethernet" 2-D100 --as qword
 show blocks "Modbus TCP" 40001 --count 300
+
+project=build/sample-project.db
+rm -f "$project"
+show sample-project "$project"
+show tags "$project" --link 1 --find level
+show tags "$project" --link 4 --find power
+show tags "$project" --recipe "R>1_1=Mixer_level_1" --find r11
+show commands "$project" Mixer_level_7 --count 3
+show blocks "$project" Mixer_level_7 --count 2000
+show encode "$project" Mixer_level_7 1500
+show decode "$project" Mixer_level_7 dc05
+show limits "$project" Mixer_level_7 Packer_speed_9
 echo
 echo "The same as data for programs: add --json. All formats of a driver: $tool formats \"ISO on TCP\""

@@ -86,6 +86,7 @@ private Q_SLOTS:
     void noTableWithoutADatabase();
     void noTableOnAClosedDatabase();
     void theTableIsMadeInTheObjectsOwnDatabase();
+    void theTableIsNotMadeInTheDatabaseOfAnotherThread();
 
     void namesAreReadInRowOrder();
     void namesAreReadAsText_data();
@@ -337,6 +338,20 @@ void TagTableTest::theTableIsMadeInTheObjectsOwnDatabase()
     QCOMPARE(tablesOfTheThread, (QStringList{"LINK", "NODE"}));
     QCOMPARE(rowsOn(key, allTables), (QStringList{"LINK", "NODE", "custom_tag_table"}));
     QCOMPARE(m_messages->take(), QStringList());
+}
+
+void TagTableTest::theTableIsNotMadeInTheDatabaseOfAnotherThread()
+{
+    TagSystem tags(nullptr);
+    QStringList tablesOfTheThread;
+    inAnotherThread([this, &tags, &tablesOfTheThread] {
+        makeProject(m_folder->filePath(QStringLiteral("compiled.db")), compiling);
+        tags.createCustomTable();
+        tablesOfTheThread = rowsOn(compiling, allTables);
+        closeProject(compiling);
+    });
+    QCOMPARE(tablesOfTheThread, (QStringList{"LINK", "NODE"}));
+    QCOMPARE(m_messages->take(), QStringList{QStringLiteral("warning|Error|Unable to open database.")});
 }
 
 void TagTableTest::namesAreReadInRowOrder()

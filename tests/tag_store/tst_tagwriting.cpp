@@ -57,8 +57,13 @@ QString errorOn(const QString &connection, const QString &statement)
 /// The names as the database has them at this moment for the connection of the tags.
 QStringList reloaded()
 {
-    return rowsOn(key, QStringLiteral("select name from (select name,id from custom_tag_table)"))
-        .replaceInStrings(QStringLiteral("(null)"), QString());
+    QStringList names;
+    QSqlQuery query(QSqlDatabase::database(key, false));
+    if (!query.exec(QStringLiteral("select name,id from custom_tag_table")))
+        return {query.lastError().text()};
+    while (query.next())
+        names.append(query.value(0).toString());
+    return names;
 }
 
 } // namespace
@@ -110,6 +115,9 @@ private Q_SLOTS:
     void namesStayAfterAFailure();
     void namesAfterRollBacks_data();
     void namesAfterRollBacks();
+    void namesAfterRollBacksOfDeletes_data();
+    void namesAfterRollBacksOfDeletes();
+    void namesAfterAnIgnoredInsert();
     void namesAsTheTableKeepsThem_data();
     void namesAsTheTableKeepsThem();
     void randomWrites_data();
@@ -197,7 +205,7 @@ void TagWritingTest::addedTags_data()
     QTest::newRow("a tag of a device") << "Tank"
                                        << "1-D100" << 2 << 4 << 1 << "1|Tank|0|2|4|1-D100|1|1|0|0|0|";
     QTest::newRow("an internal text") << "Text"
-                                      << "" << 0 << 11 << 40 << "1|Text|0|0|8||1|40|0|0|0|";
+                                      << "" << 0 << 11 << 40 << "1|Text|0|0|11||1|40|0|0|0|";
     QTest::newRow("numbers are not checked") << "x"
                                              << "y" << -5 << 99 << -1 << "1|x|0|-5|99|y|1|-1|0|0|0|";
     QTest::newRow("a null address is NULL") << "x" << QString() << 0 << 0 << 0 << "1|x|0|0|0|(null)|1|0|0|0|0|";
@@ -278,7 +286,7 @@ void TagWritingTest::idsAreCounted()
     QVERIFY(tags->addTag("next", "", 0, 1, 1));
     executeOn(key, "DELETE FROM custom_tag_table WHERE id > 0");
     QVERIFY(tags->addTag("again", "", 0, 1, 1));
-    QCOMPARE(rowsOn(key, idsAndNames), QStringList({"-5|negative", "1|again"}));
+    QCOMPARE(rowsOn(key, idsAndNames), QStringList({"-5|negative", "-4|again"}));
     QCOMPARE(tags->getTagNames(), QStringList({"negative", "again"}));
 }
 
@@ -860,6 +868,57 @@ void TagWritingTest::namesAfterRollBacks()
     }
 }
 
+void TagWritingTest::namesAfterRollBacksOfDeletes_data()
+{
+    QTest::addColumn<QStringList>("others");
+    QTest::addColumn<bool>("isRenamedBetween");
+    const QString deleted = "DELETE FROM custom_tag_table WHERE id = 3";
+    QTest::newRow("the last row was deleted and its id taken again") << QStringList(deleted) << false;
+    QTest::newRow("the same, and a rename between") << QStringList(deleted) << true;
+    QTest::newRow("the same for a row that only others knew")
+        << QStringList("DELETE FROM custom_tag_table WHERE id > 3") << false;
+}
+
+/// A roll-back brings back rows whose ids new tags have taken meanwhile.
+void TagWritingTest::namesAfterRollBacksOfDeletes()
+{
+    QFETCH(QStringList, others);
+    QFETCH(bool, isRenamedBetween);
+    writeTags(key, {tag(1, "one"), tag(2, "two"), tag(3, "three")});
+    TagSystem *tags = bound();
+    executeOn(key, "INSERT INTO custom_tag_table (id, name) SELECT 4, 'known to others' WHERE " +
+                       QString(others.first().contains("> 3") ? "1" : "0"));
+    executeOn(key, "BEGIN");
+    for (const QString &statement : qAsConst(others))
+        executeOn(key, statement);
+    if (isRenamedBetween)
+        tags->setTagNameById("uno", 1);
+    QVERIFY(tags->addTag("in place of it", "", 0, 1, 1));
+    QCOMPARE(tags->getTagNames(), reloaded());
+    executeOn(key, "ROLLBACK");
+    QVERIFY(tags->modifyTag("two", "D1", 0, 1, 1));
+    QCOMPARE(tags->getTagNames(), reloaded());
+}
+
+/// The connection's last row id is then that of an earlier row.
+void TagWritingTest::namesAfterAnIgnoredInsert()
+{
+    TagSystem *tags = bound();
+    executeOn(key, "CREATE TRIGGER t BEFORE INSERT ON custom_tag_table WHEN new.name = 'ignored' BEGIN SELECT "
+                   "raise(IGNORE); END");
+    tags->refreshTagNames();
+    QVERIFY(tags->addTag("one", "", 0, 1, 1));
+    QVERIFY(tags->addTag("two", "", 0, 1, 1));
+    executeOn(key, "SAVEPOINT a");
+    executeOn(key, "UPDATE custom_tag_table SET name = 'renamed' WHERE id = 1");
+    QVERIFY(tags->addTag("ignored", "", 0, 1, 1));
+    QCOMPARE(tags->getTagNames(), QStringList({"renamed", "two"}));
+    executeOn(key, "ROLLBACK TO a");
+    QVERIFY(tags->modifyTag("two", "D1", 0, 1, 1));
+    QCOMPARE(tags->getTagNames(), QStringList({"one", "two"}));
+    executeOn(key, "RELEASE a");
+}
+
 void TagWritingTest::namesAsTheTableKeepsThem_data()
 {
     QTest::addColumn<QString>("name");
@@ -921,13 +980,16 @@ void TagWritingTest::randomWrites()
         static const QStringList names = {"a", "b", "c", "a-1", "a-2", "b-7", "A", "x y", "7", "07", "it's", "d%1"};
         return below(3) == 0 ? QString("n%1").arg(below(1000)) : names.at(below(names.size()));
     };
-    const QStringList plain = {"INSERT INTO custom_tag_table (name) VALUES ('o' || abs(random() % 50))",
-                               "INSERT INTO custom_tag_table (id, name) VALUES (abs(random() % 60), 'p')",
+    const QStringList plain = {"INSERT INTO custom_tag_table (name) VALUES ('o%1')",
+                               "INSERT INTO custom_tag_table (id, name) VALUES (%1, 'p')",
+                               "UPDATE custom_tag_table SET name = name || '-' || id WHERE id % 5 = 0",
+                               "UPDATE custom_tag_table SET name = 'q' WHERE id = %1",
                                "DELETE FROM custom_tag_table WHERE id = (SELECT max(id) FROM custom_tag_table)",
                                "DELETE FROM custom_tag_table WHERE id % 3 = 0",
-                               "UPDATE custom_tag_table SET name = name || '-' || id WHERE id % 5 = 0",
-                               "UPDATE custom_tag_table SET id = id + 100 WHERE id = 4",
                                "DELETE FROM custom_tag_table WHERE id > 25"};
+    const auto numbered = [&below](const QString &statement) {
+        return QString(statement).replace("%1", QString::number(below(60)));
+    };
     const QStringList transactions = {"BEGIN",         "COMMIT",        "ROLLBACK",  "SAVEPOINT a",   "SAVEPOINT b",
                                       "ROLLBACK TO a", "ROLLBACK TO b", "RELEASE b", "ROLLBACK TO a", "ROLLBACK"};
     const QStringList schemas = {
@@ -944,11 +1006,11 @@ void TagWritingTest::randomWrites()
         "DROP INDEX names",
     };
     int writes = 0;
-    int lastKind = 0;
     QStringList history;
     for (int round = 0; round < 1500; ++round) {
         const QStringList before = tags->getTagNames();
         const QString one = name();
+        const bool isInTransaction = !tryOn(key, "BEGIN") || !tryOn(key, "COMMIT");
         bool isWritten = false;
         bool isFailed = false;
         const int kind = below(hasTriggers ? 12 : 11);
@@ -980,11 +1042,12 @@ void TagWritingTest::randomWrites()
         }
         case 6:
         case 7:
-            history.append(plain.at(below(plain.size())));
+            // Deletes that are rolled back have a test of their own.
+            history.append(numbered(plain.at(below(isInTransaction ? plain.size() - 3 : plain.size()))));
             tryOn(key, history.last());
             break;
         case 8:
-            history.append(plain.at(below(plain.size())));
+            history.append(numbered(plain.at(below(plain.size()))));
             tryOn(otherKey, history.last());
             break;
         case 9:
@@ -998,15 +1061,13 @@ void TagWritingTest::randomWrites()
         }
         if (kind < 6)
             history.append(QString::number(kind) + ' ' + one);
-        lastKind = kind;
         if (isWritten) {
             ++writes;
             const QStringList expected = reloaded();
-            QVERIFY2(
-                tags->getTagNames() == expected,
-                qPrintable(QStringLiteral("round %1, kind %2: %3 instead of %4 after %5")
-                               .arg(QString::number(round), QString::number(lastKind), tags->getTagNames().join(' '),
-                                    expected.join(' '), history.mid(history.size() - 15).join("; "))));
+            QVERIFY2(tags->getTagNames() == expected,
+                     qPrintable(QStringLiteral("round %1, kind %2: %3 instead of %4 after %5")
+                                    .arg(QString::number(round), QString::number(kind), tags->getTagNames().join(' '),
+                                         expected.join(' '), history.mid(history.size() - 15).join("; "))));
         } else if (isFailed) {
             // A modify may have added its tag before it failed; a name that was there stays.
             QVERIFY(kind == 2 || tags->getTagNames() == before);

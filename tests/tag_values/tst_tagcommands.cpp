@@ -152,6 +152,8 @@ private Q_SLOTS:
     void blockReplacesTheList();
 
 private:
+    void makeSharedProject();
+
     TagSystem *m_tags = nullptr;
     std::unique_ptr<QTemporaryDir> m_folder;
     std::unique_ptr<MessageRecorder> m_messages;
@@ -198,13 +200,14 @@ void TagCommandsTest::initTestCase()
     third.rows = {words};
 
     writeDriverDatabase(driverDatabasePath(), {first, second, third});
+    makeSharedProject();
 }
 
-void TagCommandsTest::init()
+/// Each test rolls back what it writes.
+void TagCommandsTest::makeSharedProject()
 {
     m_folder = std::make_unique<QTemporaryDir>();
     QVERIFY(m_folder->isValid());
-    m_messages = std::make_unique<MessageRecorder>();
     makeProject(m_folder->filePath(QStringLiteral("project")), key,
                 {{registersLink, registers, 1},
                  {blocksLink, blocks, 1},
@@ -227,6 +230,12 @@ void TagCommandsTest::init()
                tag(21001, registersLink, 0, QStringLiteral("M1")), tag(60001, registersLink, 0, QStringLiteral("M2"))});
     const LogRecorder log;
     m_tags = TagSystem::instance(key);
+}
+
+void TagCommandsTest::init()
+{
+    m_messages = std::make_unique<MessageRecorder>();
+    executeOn(key, QStringLiteral("SAVEPOINT before_a_test"));
     m_tags->setRecipeTags({{30001, QStringLiteral("R>1_1")},
                            {30002, QStringLiteral("R>1_2")},
                            {30003, QStringLiteral("R>1_3")},
@@ -255,16 +264,20 @@ void TagCommandsTest::init()
 
 void TagCommandsTest::cleanup()
 {
+    executeOn(key, QStringLiteral("ROLLBACK TO before_a_test"));
+    executeOn(key, QStringLiteral("RELEASE before_a_test"));
+    // It grows with the addresses it is asked about.
+    label::freeLabel(dataBlocks);
     QCOMPARE(m_messages->take(), QStringList());
     m_messages.reset();
-    dropProjects();
-    m_folder.reset();
-    for (const QString &driver : {registers, blocks, dataBlocks})
-        label::freeLabel(driver);
 }
 
 void TagCommandsTest::cleanupTestCase()
 {
+    dropProjects();
+    m_folder.reset();
+    label::freeLabel(registers);
+    label::freeLabel(blocks);
     QDir(QFileInfo(driverDatabasePath()).absolutePath()).removeRecursively();
 }
 
@@ -589,11 +602,11 @@ void TagCommandsTest::dataType()
 void TagCommandsTest::dataTypeOfAMissingSystemTagLeavesAnItem()
 {
     bool ok = false;
-    QCOMPARE(m_tags->getCommunicatorCommandByIndex(20094, ok).address, QStringLiteral("S>NULL"));
-    QCOMPARE(m_tags->getDataTypeByID(20094), 5);
-    QCOMPARE(described(m_tags->getCommunicatorCommandByIndex(20094, ok)), QStringLiteral("s>invalid|3|1|1|0||0"));
+    QCOMPARE(m_tags->getCommunicatorCommandByIndex(20013, ok).address, QStringLiteral("S>NULL"));
+    QCOMPARE(m_tags->getDataTypeByID(20013), 5);
+    QCOMPARE(described(m_tags->getCommunicatorCommandByIndex(20013, ok)), QStringLiteral("s>invalid|3|1|1|0||0"));
     QVERIFY(ok);
-    QCOMPARE(m_tags->getDataTypeByID(20094), 5);
+    QCOMPARE(m_tags->getDataTypeByID(20013), 5);
     QCOMPARE(m_tags->getCommunicatorCommandByIndex(20999, ok).address, QStringLiteral("S>NULL"));
 }
 

@@ -6,6 +6,8 @@
 #include "zelmar_label/label_table/labeltype.h"
 
 #include <QCommandLineParser>
+#include <QFileInfo>
+#include <QHash>
 
 #include <array>
 
@@ -22,7 +24,7 @@ struct CommandText
     const char *description;
 };
 
-constexpr std::array<CommandText, 6> commandTexts = {{
+constexpr std::array<CommandText, 16> commandTexts = {{
     {Request::Command::Drivers, "drivers", "drivers [options]", "list the drivers",
      "Lists the drivers of the database with the number of their address formats and the most that one read may "
      "hold."},
@@ -42,21 +44,53 @@ constexpr std::array<CommandText, 6> commandTexts = {{
     {Request::Command::Blocks, "blocks", "blocks [options] --count N DRIVER ADDRESS",
      "cut a run of items into reads of the size that the device allows",
      "Prints the block commands that read N items from ADDRESS on: N units of the format, or N bits, which are read "
-     "by the registers that hold them where the format allows it."},
+     "by the registers that hold them where the format allows it. With the file of a project in place of a driver, "
+     "those of a tag: \"blocks [options] --count N PROJECT TAG\"."},
+    {Request::Command::Tags, "tags", "tags [options] PROJECT", "list a project's tags",
+     "Lists the tags of a project with their link and driver, whether the device has the address, or why not, and "
+     "their command."},
+    {Request::Command::Commands, "commands", "commands [options] PROJECT TAG", "print the commands from a tag on",
+     "Prints the commands of N items from the tag's address on. A tag is given by its name or by its id."},
+    {Request::Command::ProjectBlocks, "blocks", "blocks [options] --count N PROJECT TAG",
+     "cut the items from a tag on into reads of the size that the device allows",
+     "Prints the block commands that read N items of the tag's type from its address on. A tag is given by its name "
+     "or by its id."},
+    {Request::Command::Encode, "encode", "encode [options] PROJECT TAG VALUE", "print a tag's value as bytes",
+     "Prints the bytes of VALUE, in hexadecimal, the least significant one first. The value has to lie within the "
+     "limits of the tag's type. Behind \"--\" it may begin with a minus sign."},
+    {Request::Command::Decode, "decode", "decode [options] PROJECT TAG HEXBYTES", "print a tag's value from bytes",
+     "Prints the value that the bytes stand for. They are given in hexadecimal, the least significant one first, with "
+     "or without blanks between them."},
+    {Request::Command::Limits, "limits", "limits [options] PROJECT [TAG...]", "print the limits of tags",
+     "Prints the least and the greatest value of each tag, or of all tags."},
+    {Request::Command::SystemTags, "system-tags", "system-tags [options]", "list the tags that every panel has",
+     "Lists the tags that are built into every panel, and so into every project."},
+    {Request::Command::Export, "export", "export [options] PROJECT", "print a project's tags as CSV",
+     "Prints the tags as CSV that \"import\" reads: name, link, data type, address, scale."},
+    {Request::Command::Import, "import", "import [options] PROJECT FILE.csv", "add and change tags from CSV",
+     "Adds the tags of the file to the project and changes those that it has already, all or none: when a line is "
+     "refused, nothing is written. The first line names the columns: name, link, data type, address and, if there is "
+     "one, scale. \"-\" reads standard input."},
+    {Request::Command::SampleProject, "sample-project", "sample-project [options] FILE", "make a project to try",
+     "Makes a project of four links and two hundred tags. A file that is there already stays as it is."},
 }};
-
-const CommandText *findCommand(const QString &name)
-{
-    for (const CommandText &text : commandTexts) {
-        if (name == QLatin1String(text.name))
-            return &text;
-    }
-    return nullptr;
-}
 
 const CommandText &textOf(Request::Command command)
 {
     return commandTexts.at(static_cast<std::size_t>(command));
+}
+
+/// `blocks` is asked of a project when its first argument, `subject`, is a file.
+const CommandText *findCommand(const QString &name, const QString &subject)
+{
+    for (const CommandText &text : commandTexts) {
+        if (name != QLatin1String(text.name))
+            continue;
+        return text.command == Request::Command::Blocks && QFileInfo(subject).isFile()
+                   ? &textOf(Request::Command::ProjectBlocks)
+                   : &text;
+    }
+    return nullptr;
 }
 
 QCommandLineOption flag(const QStringList &names, const char *description)
@@ -69,13 +103,35 @@ QCommandLineOption valued(const char *name, const char *description, const char 
     return QCommandLineOption(QLatin1String(name), QLatin1String(description), QLatin1String(value));
 }
 
+bool isOfProject(Request::Command command)
+{
+    Request request;
+    request.command = command;
+    return request.isOfProject();
+}
+
 QList<QCommandLineOption> commonOptions()
 {
     return {flag({QStringLiteral("json")}, "Print one JSON object a line."),
             flag({QStringLiteral("debug")}, "Print the library's log on standard error."),
-            valued("database", "Driver database to read. Default: database/drivers beside the program.", "FILE"),
             flag({QStringLiteral("h"), QStringLiteral("help")}, "Print this help."),
             flag({QStringLiteral("v"), QStringLiteral("version")}, "Print the version.")};
+}
+
+/// A project's drivers are those beside the program, whatever else there is.
+QList<QCommandLineOption> databaseOptions(Request::Command command)
+{
+    if (isOfProject(command))
+        return {};
+    return {valued("database", "Driver database to read. Default: database/drivers beside the program.", "FILE")};
+}
+
+QCommandLineOption recipeOption()
+{
+    return valued("recipe",
+                  "Recipe tag to hand over to the project, connected to one of its tags: \"R>1_1=Level\". May "
+                  "be given more than once.",
+                  "NAME=TAG");
 }
 
 QList<QCommandLineOption> optionsOf(Request::Command command)
@@ -98,6 +154,25 @@ QList<QCommandLineOption> optionsOf(Request::Command command)
                 valued("length", "How many items of the type, or characters, 1 to 1000000. Default: 1.", "N")};
     case Request::Command::Blocks:
         return {valued("count", "How many items, 1 to 1000000.", "N")};
+    case Request::Command::ProjectBlocks:
+        return {valued("count", "How many items, 1 to 1000000.", "N"), recipeOption()};
+    case Request::Command::Tags:
+        return {
+            valued("link", "Only the tags of this link; 0 for internal tags.", "N"),
+            valued("find", "Only tags whose name holds the characters of TEXT in their order, in any case.", "TEXT"),
+            recipeOption()};
+    case Request::Command::Commands:
+        return {valued("count", "How many items, 1 to 1000000. Default: 1.", "N"), recipeOption()};
+    case Request::Command::Encode:
+    case Request::Command::Decode:
+    case Request::Command::Limits:
+        return {recipeOption()};
+    case Request::Command::Import:
+        return {flag({QStringLiteral("dry-run")}, "Say what would be done, and do nothing.")};
+    case Request::Command::SystemTags:
+    case Request::Command::Export:
+    case Request::Command::SampleProject:
+        return {};
     }
     return {};
 }
@@ -110,14 +185,17 @@ QString usageLine(const char *usage)
 QString generalHelp()
 {
     QString text = usageLine("COMMAND [options] ...") +
-                   QStringLiteral("Asks the driver database how devices spell their addresses.\n\nCommands:\n");
-    for (const CommandText &command : commandTexts)
-        text += QLatin1String("  ") + QString::fromLatin1(command.name).leftJustified(9) +
-                QLatin1String(command.summary) + QLatin1Char('\n');
-    return text +
-           QStringLiteral("\n\"zelmar-label COMMAND --help\" tells the options of a command.\n"
-                          "Exit codes: 0 done, 1 an address was refused, 2 wrong usage, 3 the database or the driver "
-                          "cannot be read.\n");
+                   QStringLiteral("Asks the driver database how devices spell their addresses, and a project what its "
+                                  "tags are.\n\nCommands:\n");
+    for (const CommandText &command : commandTexts) {
+        if (command.command != Request::Command::ProjectBlocks)
+            text += QLatin1String("  ") + QString::fromLatin1(command.name).leftJustified(16) +
+                    QLatin1String(command.summary) + QLatin1Char('\n');
+    }
+    return text + QStringLiteral(
+                      "\n\"zelmar-label COMMAND --help\" tells the options of a command.\n"
+                      "Exit codes: 0 done, 1 an address, a value or a line was refused, 2 wrong usage, 3 the database, "
+                      "the driver or the project cannot be read or written.\n");
 }
 
 /// Qt's help text begins with the program's path as it was called.
@@ -155,6 +233,7 @@ public:
         m_request.command = command.command;
         m_parser.setApplicationDescription(QLatin1String(command.description));
         m_parser.addOptions(optionsOf(command.command));
+        m_parser.addOptions(databaseOptions(command.command));
         m_parser.addOptions(commonOptions());
     }
 
@@ -187,6 +266,41 @@ private:
     void readArguments()
     {
         const QStringList positional = m_parser.positionalArguments().mid(1);
+        if (m_request.isOfProject())
+            readProjectArguments(positional);
+        else
+            readDriverArguments(positional);
+    }
+
+    /// Those that the usage names in capitals; a bracket and points set off any number.
+    void readProjectArguments(const QStringList &positional)
+    {
+        static const QHash<QString, QString> words = {
+            {QStringLiteral("PROJECT"), QStringLiteral("the project")},
+            {QStringLiteral("TAG"), QStringLiteral("the tag")},
+            {QStringLiteral("VALUE"), QStringLiteral("the value")},
+            {QStringLiteral("HEXBYTES"), QStringLiteral("the row of bytes")},
+            {QStringLiteral("FILE"), QStringLiteral("the file to make")},
+            {QStringLiteral("FILE.csv"), QStringLiteral("the file to read")},
+        };
+        const bool takesMany =
+            m_request.command == Request::Command::Limits || m_request.command == Request::Command::Decode;
+        QStringList expected;
+        const QStringList usage = QString::fromLatin1(m_text.usage).split(QLatin1Char(' '));
+        for (const QString &word : usage) {
+            if (words.contains(word))
+                expected.append(words.value(word));
+        }
+        if (positional.size() < expected.size())
+            fail(QStringLiteral("%1 is missing").arg(expected.at(positional.size())));
+        else if (!takesMany && positional.size() > expected.size())
+            fail(QStringLiteral("\"%1\" is one argument too many").arg(positional.at(expected.size())));
+        m_request.project = positional.value(0);
+        m_request.arguments = positional.mid(1);
+    }
+
+    void readDriverArguments(const QStringList &positional)
+    {
         const bool takesDriver = m_request.command != Request::Command::Drivers;
         const bool takesAddress = takesDriver && m_request.command != Request::Command::Formats;
         const bool takesMany = m_request.command == Request::Command::Check;
@@ -205,7 +319,8 @@ private:
     {
         m_request.json = m_parser.isSet(QStringLiteral("json"));
         m_request.debug = m_parser.isSet(QStringLiteral("debug"));
-        m_request.database = m_parser.value(QStringLiteral("database"));
+        if (!m_request.isOfProject())
+            m_request.database = m_parser.value(QStringLiteral("database"));
         switch (m_request.command) {
         case Request::Command::Drivers:
         case Request::Command::Formats:
@@ -223,10 +338,57 @@ private:
             readCount("length", m_request.length);
             return;
         case Request::Command::Blocks:
-            if (!m_parser.isSet(QStringLiteral("count")))
-                fail(QStringLiteral("--count is missing: how many items to read"));
-            readCount("count", m_request.count);
+            readNeededCount();
             return;
+        case Request::Command::ProjectBlocks:
+            readNeededCount();
+            readRecipes();
+            return;
+        case Request::Command::Tags:
+            readSelection();
+            readRecipes();
+            return;
+        case Request::Command::Commands:
+            readCount("count", m_request.count);
+            readRecipes();
+            return;
+        case Request::Command::Encode:
+        case Request::Command::Decode:
+        case Request::Command::Limits:
+            readRecipes();
+            return;
+        case Request::Command::Import:
+            m_request.dryRun = m_parser.isSet(QStringLiteral("dry-run"));
+            return;
+        case Request::Command::SystemTags:
+        case Request::Command::Export:
+        case Request::Command::SampleProject:
+            return;
+        }
+    }
+
+    void readNeededCount()
+    {
+        if (!m_parser.isSet(QStringLiteral("count")))
+            fail(QStringLiteral("--count is missing: how many items to read"));
+        readCount("count", m_request.count);
+    }
+
+    void readSelection()
+    {
+        if (m_parser.isSet(QStringLiteral("link")))
+            m_request.link = wholeNumber("link");
+        m_request.find = m_parser.value(QStringLiteral("find"));
+        if (m_parser.isSet(QStringLiteral("find")) && m_request.find.isEmpty())
+            fail(QStringLiteral("--find is empty: it would find nothing"));
+    }
+
+    void readRecipes()
+    {
+        m_request.recipes = m_parser.values(QStringLiteral("recipe"));
+        for (const QString &recipe : qAsConst(m_request.recipes)) {
+            if (recipe.indexOf(QLatin1Char('=')) < 1)
+                fail(QStringLiteral("--recipe \"%1\" is not NAME=TAG").arg(recipe));
         }
     }
 
@@ -297,8 +459,9 @@ private:
     QString m_error;
 };
 
-/// The command is the first argument that is no option; options may stand before it.
-QString commandName(const QStringList &arguments, QCommandLineParser &parser)
+/// The command and its first argument, as far as they are there: the first arguments that are no options, which may
+/// stand anywhere.
+QStringList commandWords(const QStringList &arguments, QCommandLineParser &parser)
 {
     QStringList known;
     for (const CommandText &command : commandTexts) {
@@ -308,9 +471,10 @@ QString commandName(const QStringList &arguments, QCommandLineParser &parser)
             known.append(option.names());
         }
     }
+    parser.addOptions(databaseOptions(Request::Command::Drivers));
     parser.addOptions(commonOptions());
     parser.parse(arguments);
-    return parser.positionalArguments().value(0);
+    return parser.positionalArguments();
 }
 
 } // namespace
@@ -319,8 +483,9 @@ CommandLine parseCommandLine(const QStringList &arguments)
 {
     CommandLine result;
     QCommandLineParser parser;
-    const QString name = commandName(arguments, parser);
-    const CommandText *const command = findCommand(name);
+    const QStringList words = commandWords(arguments, parser);
+    const QString name = words.value(0);
+    const CommandText *const command = findCommand(name, words.value(1));
     if (parser.isSet(QStringLiteral("version"))) {
         result.text = QStringLiteral("zelmar-label " ZELMAR_LABEL_VERSION "\n");
         return result;

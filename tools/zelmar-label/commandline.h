@@ -19,7 +19,20 @@ struct Request
         Next,
         Split,
         Blocks,
+        Tags,
+        Commands,
+        ProjectBlocks,
+        Encode,
+        Decode,
+        Limits,
+        SystemTags,
+        Export,
+        Import,
+        SampleProject,
     };
+
+    /// False for what is asked of a driver.
+    bool isOfProject() const { return command >= Command::Tags; }
 
     Command command = Command::Drivers;
     /// Empty: the one beside the program.
@@ -32,13 +45,25 @@ struct Request
     int type = -1;
     /// `next`, `split`: the type of the data.
     int dataType = 0;
-    /// `next`, `blocks`: how many.
+    /// `next`, `commands`, `blocks`: how many.
     int count = 1;
     /// `next`: the distance, if it is not the natural one.
     std::optional<int> cap;
     bool unchecked = false;
     /// `split`: how many units of the data type.
     int length = 1;
+    /// The project database, for all that is asked of a project.
+    QString project;
+    /// What follows the project: the tag and the value or bytes, the tags, or the CSV file.
+    QStringList arguments;
+    /// `tags`: the link, if only its tags are asked for.
+    std::optional<int> link;
+    /// `tags`: the characters that the names have to hold.
+    QString find;
+    /// Recipe tags that the project is to have, as "NAME=TAG".
+    QStringList recipes;
+    /// `import`: say only what would be done.
+    bool dryRun = false;
 };
 
 /// Either a request, or a text to print and to end with: help and version on standard output, a usage error on standard

@@ -25,7 +25,7 @@ QString ResolvedAddress::atStation(const QString &address) const
     return station < 0 ? address : QString::number(station) + QLatin1Char('-') + address;
 }
 
-Device::Device(std::unique_ptr<label::LabelLoader> label)
+Device::Device(std::shared_ptr<label::LabelLoader> label)
     : m_label(std::move(label))
     , m_ownRows(m_label->countType(0))
 {

@@ -33,7 +33,8 @@ struct ResolvedAddress
 class Device
 {
 public:
-    explicit Device(std::unique_ptr<label::LabelLoader> label);
+    /// The label has to be fresh: no address of a dynamic family may have been asked of it.
+    explicit Device(std::shared_ptr<label::LabelLoader> label);
 
     ResolvedAddress resolve(const QString &text, int type);
 
@@ -50,7 +51,7 @@ public:
 private:
     bool splitStation(ResolvedAddress &address) const;
 
-    std::unique_ptr<label::LabelLoader> m_label;
+    std::shared_ptr<label::LabelLoader> m_label;
     /// Rows of the database; those behind are of dynamic families.
     int m_ownRows;
 };

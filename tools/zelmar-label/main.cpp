@@ -3,6 +3,7 @@
 
 #include "commandline.h"
 #include "output.h"
+#include "projectworker.h"
 #include "worker.h"
 
 #include <QCoreApplication>
@@ -29,6 +30,13 @@ bool isColored()
     return isatty(STDOUT_FILENO) == 1 && qEnvironmentVariableIsEmpty("NO_COLOR");
 }
 
+ExitCode carryOut(const Request &request, const Streams &streams)
+{
+    if (request.isOfProject())
+        return ProjectWorker(request, streams).run();
+    return Worker(request, streams).run();
+}
+
 } // namespace
 
 int main(int argc, char *argv[])
@@ -41,7 +49,7 @@ int main(int argc, char *argv[])
     in.open(stdin, QIODevice::ReadOnly);
     out.open(stdout, QIODevice::WriteOnly);
     err.open(stderr, QIODevice::WriteOnly | QIODevice::Unbuffered);
-    const Streams streams = {in, out, err, isColored()};
+    const Streams streams = {in, out, err, isColored(), isatty(STDERR_FILENO) == 1};
 
     const CommandLine commandLine = parseCommandLine(QCoreApplication::arguments());
     if (!commandLine.error.isEmpty()) {
@@ -53,5 +61,5 @@ int main(int argc, char *argv[])
         return Success;
     }
     logIsWanted = commandLine.request->debug;
-    return Worker(*commandLine.request, streams).run();
+    return carryOut(*commandLine.request, streams);
 }

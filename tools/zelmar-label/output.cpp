@@ -19,6 +19,19 @@ void Streams::complain(const QString &sentence) const
     err.write("zelmar-label: " + sentence.toUtf8() + '\n');
 }
 
+void Streams::print(const TextTable &table) const
+{
+    const QStringList lines = table.lines();
+    for (const QString &line : lines) {
+        if (colored && line.startsWith(QLatin1String("ok ")))
+            print(QLatin1String("\033[32mok\033[0m") + line.mid(2));
+        else if (colored && line.startsWith(QLatin1String("refused ")))
+            print(QLatin1String("\033[31mrefused\033[0m") + line.mid(7));
+        else
+            print(line);
+    }
+}
+
 JsonLine &JsonLine::add(const char *key, const QJsonValue &value)
 {
     // Qt writes documents only, and sorts the keys of objects.

@@ -17,20 +17,7 @@ enum ExitCode {
     Success = 0,
     AddressRefused = 1,
     UsageError = 2,
-    Unreadable = 3, ///< the driver database or the driver
-};
-
-/// Where the tool reads and writes. Texts are UTF-8, whatever the locale.
-struct Streams
-{
-    QIODevice &in;
-    QIODevice &out;
-    QIODevice &err;
-    bool colored = false;
-
-    void print(const QString &line) const;
-    /// To the error stream, with the program's name in front.
-    void complain(const QString &sentence) const;
+    Unreadable = 3, ///< the driver database, the driver or the project; also a project that cannot be written
 };
 
 /// One JSON object on one line, its keys in the order in which they were added.
@@ -53,6 +40,23 @@ public:
 
 private:
     QList<QStringList> m_rows;
+};
+
+/// Where the tool reads and writes. Texts are UTF-8, whatever the locale.
+struct Streams
+{
+    QIODevice &in;
+    QIODevice &out;
+    QIODevice &err;
+    bool colored = false;
+    /// The error stream is a terminal, where a line can be written over.
+    bool showsProgress = false;
+
+    void print(const QString &line) const;
+    /// To the error stream, with the program's name in front.
+    void complain(const QString &sentence) const;
+    /// The lines of `table`, in color where they begin with a verdict.
+    void print(const TextTable &table) const;
 };
 
 #endif

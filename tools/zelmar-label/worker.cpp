@@ -151,8 +151,6 @@ ExitCode Worker::run() const
     }
     Device device(std::move(label));
     switch (m_request.command) {
-    case Request::Command::Drivers:
-        break;
     case Request::Command::Formats:
         return listFormats(device);
     case Request::Command::Check:
@@ -163,8 +161,9 @@ ExitCode Worker::run() const
         return printUnits(device);
     case Request::Command::Blocks:
         return printBlocks(device);
+    default:
+        return Success;
     }
-    return Success;
 }
 
 ExitCode Worker::listDrivers(const DriverDatabase &database) const
@@ -250,7 +249,7 @@ ExitCode Worker::checkAddresses(Device &device) const
         table.addRow(verdictHeader());
     for (const QStringList &row : qAsConst(rows))
         table.addRow(row);
-    printVerdicts(table);
+    printTable(table);
     return code;
 }
 
@@ -273,28 +272,10 @@ void Worker::forEachAddress(const std::function<void(const QString &)> &visit) c
     }
 }
 
-void Worker::printVerdicts(const TextTable &table) const
-{
-    if (m_request.json)
-        return;
-    const QStringList lines = table.lines();
-    for (const QString &line : lines) {
-        if (m_streams.colored && line.startsWith(QLatin1String("ok ")))
-            m_streams.print(QLatin1String("\033[32mok\033[0m") + line.mid(2));
-        else if (m_streams.colored && line.startsWith(QLatin1String("refused ")))
-            m_streams.print(QLatin1String("\033[31mrefused\033[0m") + line.mid(7));
-        else
-            m_streams.print(line);
-    }
-}
-
 void Worker::printTable(const TextTable &table) const
 {
-    if (m_request.json)
-        return;
-    const QStringList lines = table.lines();
-    for (const QString &line : lines)
-        m_streams.print(line);
+    if (!m_request.json)
+        m_streams.print(table);
 }
 
 ExitCode Worker::refuse(const QString &address, const QString &reason) const

@@ -14,7 +14,7 @@ class Device;
 class DriverDatabase;
 struct ResolvedAddress;
 
-/// Carries out one request on the streams that it is given.
+/// Carries out a request about a driver on the streams that it is given.
 class Worker
 {
 public:
@@ -31,7 +31,6 @@ private:
     ExitCode printBlocks(Device &device) const;
 
     void forEachAddress(const std::function<void(const QString &)> &visit) const;
-    void printVerdicts(const TextTable &table) const;
     void printTable(const TextTable &table) const;
     void printAsJson(const CommunicatorCommand &command, const ResolvedAddress &start) const;
     ExitCode refuse(const QString &address, const QString &reason) const;

@@ -121,16 +121,13 @@ void TagSystem::noteAddedTag(bool wasCurrent, qint64 id)
     const bool isLast = id > expected.highestId;
     ++expected.totalChanges;
     expected.highestId = id;
-    const TagNameList::DatabaseState now = stateOf(*m_statements, db);
-    if (wasCurrent && isLast && now == expected) {
-        m_statements->forEachRowPrepared(db, QStringLiteral("select name from custom_tag_table where id = ?"), id,
-                                         [this](const QSqlQuery &row) { m_tagNames->append(row.value(0).toString()); });
-        m_tagNames->setState(now, true);
+    if (!wasCurrent || !isLast || !(stateOf(*m_statements, db) == expected)) {
+        refreshTagNames();
         return;
     }
-    refreshTagNames();
-    if (id == m_tagNames->state().highestId && isReadInRowOrder(*m_statements, db))
-        m_tagNames->setState(m_tagNames->state(), true);
+    m_statements->forEachRowPrepared(db, QStringLiteral("select name from custom_tag_table where id = ?"), id,
+                                     [this](const QSqlQuery &row) { m_tagNames->append(row.value(0).toString()); });
+    m_tagNames->setState(expected, true);
 }
 
 /// Brings the names up to date after `changedRows` rows were changed, but not their names.

@@ -1,0 +1,275 @@
+// SPDX-FileCopyrightText: the zelmar_label authors
+// SPDX-License-Identifier: MIT
+
+#include "project.h"
+
+#include "zelmar_label/label_table/labelloader.h"
+#include "zelmar_label/tag_store/tagmessages_p.h"
+#include "zelmar_label/tag_store/tagsystem.h"
+#include "zelmar_label/tag_values/tagdatatype_p.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QFileInfo>
+#include <QSqlError>
+#include <QSqlQuery>
+#include <QVariant>
+
+namespace {
+
+const char *const connectionName = "project";
+constexpr int firstRecipeId = 30000;
+
+QString quoted(const QString &text)
+{
+    return QLatin1Char('"') + text + QLatin1Char('"');
+}
+
+QString driverDatabasePath()
+{
+    return QDir(QCoreApplication::applicationDirPath()).filePath(QStringLiteral("database/drivers"));
+}
+
+} // namespace
+
+Project::Project(const Streams &streams)
+    : m_streams(streams)
+{
+    label::setMessageHandler([this](label::MessageKind, const QString &, const QString &text) {
+        if (m_isQuiet)
+            return;
+        m_hasFailed = true;
+        m_streams.complain(m_path + QLatin1String(": ") + text.trimmed());
+    });
+}
+
+Project::~Project()
+{
+    if (m_isInTransaction)
+        QSqlQuery(database()).exec(QStringLiteral("ROLLBACK"));
+    // Closes and removes the connection, once it is a project.
+    TagSystem::drop();
+    if (QSqlDatabase::contains(QLatin1String(connectionName)))
+        QSqlDatabase::removeDatabase(QLatin1String(connectionName));
+    label::setMessageHandler({});
+}
+
+QSqlDatabase Project::database() const
+{
+    return QSqlDatabase::database(QLatin1String(connectionName), false);
+}
+
+bool Project::open(const QString &path, Access access)
+{
+    m_path = path;
+    if (!isReadable())
+        return false;
+    {
+        QSqlDatabase db = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), QLatin1String(connectionName));
+        if (access == Access::ReadOnly)
+            db.setConnectOptions(QStringLiteral("QSQLITE_OPEN_READONLY"));
+        db.setDatabaseName(path);
+        if (!db.open()) {
+            m_streams.complain(
+                QStringLiteral("the project %1 cannot be opened (%2)").arg(path, db.lastError().databaseText()));
+            return false;
+        }
+    }
+    if (!readTable())
+        return false;
+    if (!m_hasTable && access == Access::ReadOnly && !m_takesMissingTable) {
+        m_streams.complain(QStringLiteral("%1 has no tag table; \"zelmar-label import\" makes one").arg(path));
+        return false;
+    }
+    // A table that is made is part of the transaction.
+    if (access == Access::ReadWrite && !m_hasTable && !begin())
+        return false;
+    m_isQuiet = !m_hasTable && access == Access::ReadOnly;
+    m_tags = TagSystem::instance(QLatin1String(connectionName));
+    m_isQuiet = false;
+    m_hasTable = m_hasTable || access == Access::ReadWrite;
+    return !m_hasFailed && (access == Access::ReadOnly || m_isInTransaction || begin());
+}
+
+bool Project::isReadable() const
+{
+    if (!QFileInfo(m_path).isFile())
+        m_streams.complain(QStringLiteral("there is no project at %1").arg(m_path));
+    else if (!QFileInfo(driverDatabasePath()).isFile())
+        m_streams.complain(QStringLiteral("there is no driver database at %1").arg(driverDatabasePath()));
+    else
+        return true;
+    return false;
+}
+
+/// False after a complaint when the file is no database, or its tag table not one.
+bool Project::readTable()
+{
+    QSqlQuery query(database());
+    if (!query.exec(QStringLiteral("SELECT name FROM pragma_table_info('custom_tag_table')"))) {
+        // SQLite's code for a file of another kind.
+        const bool isDatabase = query.lastError().nativeErrorCode() != QLatin1String("26");
+        m_streams.complain((isDatabase ? QStringLiteral("the project %1 cannot be read (%2)")
+                                       : QStringLiteral("%1 is no project (%2)"))
+                               .arg(m_path, query.lastError().databaseText()));
+        return false;
+    }
+    QStringList columns;
+    while (query.next())
+        columns.append(query.value(0).toString().toLower());
+    // A failure behind the first rows, such as a lock.
+    if (query.lastError().isValid()) {
+        m_streams.complain(QStringLiteral("%1 cannot be read (%2)").arg(m_path, query.lastError().databaseText()));
+        return false;
+    }
+    m_hasTable = !columns.isEmpty();
+    return !m_hasTable || hasColumns(columns);
+}
+
+bool Project::hasColumns(const QStringList &columns) const
+{
+    const QStringList needed = {QStringLiteral("id"),        QStringLiteral("name"),    QStringLiteral("connector_id"),
+                                QStringLiteral("data_type"), QStringLiteral("address"), QStringLiteral("scan_time"),
+                                QStringLiteral("scale")};
+    for (const QString &column : needed) {
+        if (columns.contains(column))
+            continue;
+        m_streams.complain(QStringLiteral("the tag table of %1 lacks the column %2").arg(m_path, column));
+        return false;
+    }
+    return true;
+}
+
+bool Project::begin()
+{
+    // SQLite begins a transaction on such a file all the same.
+    if (!QFileInfo(m_path).isWritable()) {
+        m_streams.complain(QStringLiteral("the project %1 may not be written").arg(m_path));
+        return false;
+    }
+    QSqlQuery query(database());
+    m_isInTransaction = query.exec(QStringLiteral("BEGIN IMMEDIATE"));
+    if (!m_isInTransaction)
+        m_streams.complain(
+            QStringLiteral("the project %1 cannot be written (%2)").arg(m_path, query.lastError().databaseText()));
+    return m_isInTransaction;
+}
+
+bool Project::commit()
+{
+    QSqlQuery query(database());
+    if (query.exec(QStringLiteral("COMMIT"))) {
+        m_isInTransaction = false;
+        return true;
+    }
+    m_streams.complain(
+        QStringLiteral("the project %1 cannot be written (%2)").arg(m_path, query.lastError().databaseText()));
+    return false;
+}
+
+bool Project::setRecipes(const QStringList &recipes)
+{
+    QMap<int, QString> names;
+    QMap<int, int> connected;
+    for (const QString &recipe : recipes) {
+        const int end = recipe.indexOf(QLatin1Char('='));
+        const QString name = recipe.left(end);
+        if (!m_tags->isRecipeTag(name)) {
+            m_streams.complain(QStringLiteral("\"%1\" is no name of a recipe tag: those begin with \"R>\"").arg(name));
+            return false;
+        }
+        const int tag = find(recipe.mid(end + 1));
+        if (tag < 0)
+            return false;
+        const int id = firstRecipeId + names.size();
+        names.insert(id, name);
+        connected.insert(id, tag);
+    }
+    m_tags->setRecipeTags(names, connected);
+    return true;
+}
+
+int Project::find(const QString &text) const
+{
+    const int named = m_tags->getIdByTagName(text);
+    if (named >= 0)
+        return named;
+    bool isNumber = false;
+    const int id = text.toInt(&isNumber);
+    if (isNumber && id >= 0 && !m_tags->getTagNameById(id).isEmpty())
+        return id;
+    const int doubled = m_tags->getTagNames().count(text);
+    if (doubled > 1)
+        m_streams.complain(
+            QStringLiteral("%1 tags have the name %2; give an id").arg(QString::number(doubled), quoted(text)));
+    else
+        m_streams.complain(QStringLiteral("there is no tag %1 in %2").arg(quoted(text), m_path));
+    return -1;
+}
+
+/// Null when there is no such driver. The store keeps the label.
+std::shared_ptr<Device> Project::deviceOf(int linkId, const QString &driver)
+{
+    const auto known = m_devices.constFind(driver);
+    if (known != m_devices.constEnd())
+        return *known;
+    std::shared_ptr<Device> device;
+    auto *label = dynamic_cast<label::LabelLoader *>(m_tags->getLable(linkId));
+    if (label && label->countType(0) > 0)
+        device = std::make_shared<Device>(std::shared_ptr<label::LabelLoader>(std::shared_ptr<void>(), label));
+    m_devices.insert(driver, device);
+    return device;
+}
+
+const Link &Project::link(int id)
+{
+    const auto known = m_links.constFind(id);
+    if (known != m_links.constEnd())
+        return **known;
+    auto made = std::make_shared<Link>();
+    made->exists = m_tags->getAllLinkID().contains(id);
+    if (made->exists) {
+        made->isEnabled = m_tags->getAllEnabledLinkID().contains(id);
+        made->driver = m_tags->getLinkName(id);
+        made->stations = m_tags->stationList(id);
+        made->device = deviceOf(id, made->driver);
+    }
+    m_links.insert(id, made);
+    return *made;
+}
+
+QString Project::refusal(int linkId, int dataType, const QString &address, int scale)
+{
+    if (dataType < label::TagBit || dataType > label::TagUInt64)
+        return QStringLiteral("there is no data type %1").arg(dataType);
+    if (dataType == label::TagAscii && scale < 1)
+        return QStringLiteral("a text needs a length, its scale, of at least 1");
+    if (linkId == 0)
+        return QString();
+    const Link &owner = link(linkId);
+    if (!owner.exists)
+        return QStringLiteral("the project has no link %1").arg(linkId);
+    if (!owner.device)
+        return QStringLiteral("link %1: there is no driver %2").arg(QString::number(linkId), quoted(owner.driver));
+    const ResolvedAddress resolved = owner.device->resolve(address, m_tags->getCommunicatorCommandDataType(dataType));
+    if (!resolved.isAccepted())
+        return resolved.reason;
+    if (resolved.station >= 0 && !owner.stations.contains(resolved.station))
+        return QStringLiteral("link %1 has no station %2").arg(linkId).arg(resolved.station);
+    return QString();
+}
+
+QString Project::refusal(int tagId)
+{
+    if (m_tags->isNotNormalTag(tagId))
+        return QString();
+    const int type = m_tags->getDataTypeByID(tagId);
+    return refusal(m_tags->getCommunicatorID(tagId), type, m_tags->getAddressByID(tagId),
+                   type == label::TagAscii ? m_tags->getScaleByID(tagId) : 1);
+}
+
+QString dataTypeName(const TagSystem &tags, int type)
+{
+    const QString name = tags.datatypeString(type);
+    return name.isEmpty() ? QString::number(type) : name;
+}
