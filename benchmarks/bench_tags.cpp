@@ -23,6 +23,17 @@
 #include <cstring>
 #include <functional>
 
+extern "C" void *__libc_malloc(size_t size);
+
+static long s_allocations = 0;
+
+/// Counts what is allocated by the whole program, Qt included.
+extern "C" void *malloc(size_t size)
+{
+    ++s_allocations;
+    return __libc_malloc(size);
+}
+
 namespace {
 
 constexpr int sizes[] = {1000, 10000, 100000};
@@ -165,6 +176,26 @@ int measureEditor(const QTemporaryDir &folder)
     return 0;
 }
 
+/// A number's bytes are the result's one allocation; a value is none.
+void countCodecAllocations(TagSystem &tags)
+{
+    const QVariant number(1500);
+    QByteArray bytes = tags.varToByteArrayThreadSafe(7, number);
+    QVariant value;
+    tags.byteArray2Var(7, bytes, value);
+    constexpr int times = 1000;
+    const long before = s_allocations;
+    for (int i = 0; i < times; ++i)
+        bytes = tags.varToByteArrayThreadSafe(7, number);
+    const long encoding = s_allocations - before;
+    for (int i = 0; i < times; ++i)
+        value = tags.byteArrayToVarThreadSafe(7, bytes);
+    const long decoding = s_allocations - before - encoding;
+    require(value.toInt() == 1500, "the value of a tag's bytes");
+    printRatio("allocations of encoding a number", double(encoding) / times, 1);
+    printRatio("allocations of decoding a number", double(decoding) / times, 0);
+}
+
 int measureTolv(const QTemporaryDir &folder)
 {
     const int count = sizes[2];
@@ -219,6 +250,7 @@ int measureTolv(const QTemporaryDir &folder)
                    unit,
                2);
     require(ok && bytes > 0, "commands of the table in memory");
+    countCodecAllocations(tags);
     return 0;
 }
 

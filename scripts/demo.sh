@@ -38,7 +38,9 @@ rm -f "$project"
 show sample-project "$project"
 show tags "$project" --link 1 --find level
 show tags "$project" --link 4 --find power
-show tags "$project" --recipe "R>1_1=Mixer_level_1" --find r11
+show tags "$project" --recipe "R>1_1=Mixer_level_1" | sed -n '1,5p; $p'
+show system-tags | sed -n '1,8p'
+echo "..."
 show commands "$project" Mixer_level_7 --count 3
 show blocks "$project" Mixer_level_7 --count 2000
 show encode "$project" Mixer_level_7 1500
