@@ -20,7 +20,7 @@ SystemTagItemInformation::SystemTagItemInformation(int tagId, const QString &tag
 }
 
 SystemTagItemInformation::SystemTagItemInformation(const SystemTagItemInformation &other)
-    : QObject()
+    : QObject(nullptr)
 {
     copy(other);
 }
