@@ -15,4 +15,6 @@ set(public_headers
     tag_store/filtertools.h
     tag_store/systemtagiteminformation.h
     tag_store/tagsystem.h
-    tag_values/bytearrayconversion.h)
+    tag_values/bytearrayconversion.h
+    widgets/addresspicker.h
+    widgets/simpleaddresspicker.h)

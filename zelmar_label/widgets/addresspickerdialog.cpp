@@ -1,0 +1,54 @@
+// SPDX-FileCopyrightText: the zelmar_label authors
+// SPDX-License-Identifier: MIT
+
+#include "zelmar_label/widgets/addresspickerdialog.h"
+
+#include "zelmar_label/widgets/addresspicker.h"
+
+#include <QDialogButtonBox>
+#include <QVBoxLayout>
+
+namespace {
+
+/// The dialog edits an address and no length; the picker shows one for texts all the same.
+constexpr int shortestLength = 1;
+
+} // namespace
+
+AddressPickerDialog::AddressPickerDialog(QWidget *parent)
+    : QDialog(parent)
+{
+}
+
+AddressPickerDialog::AddressPickerDialog(label::LabelInterface *label, int dataType, const QString &stationId,
+                                         int deviceIndex, const QString &range, const QStringList &dataTypeList,
+                                         int bitTypeIndex, const QList<int> &stations, QWidget *parent)
+    : QDialog(parent)
+    , m_picker(new AddressPicker(label, dataType, stationId, deviceIndex, range, dataTypeList, bitTypeIndex, stations,
+                                 shortestLength, nullptr))
+    , m_buttonBox(new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, Qt::Horizontal))
+    , m_dataType(dataType)
+{
+    connect(m_picker, &AddressPicker::dataTypeChanged, this, &AddressPickerDialog::dataTypeChanged);
+    connect(m_buttonBox, &QDialogButtonBox::accepted, this, &QDialog::accept);
+    connect(m_buttonBox, &QDialogButtonBox::rejected, this, &QDialog::reject);
+    auto *const column = new QVBoxLayout;
+    column->addWidget(m_picker);
+    column->addWidget(m_buttonBox);
+    setLayout(column);
+}
+
+QString AddressPickerDialog::addressWithStationId()
+{
+    return m_picker == nullptr ? QString() : m_picker->addressWithStationId();
+}
+
+int AddressPickerDialog::dataType()
+{
+    return m_dataType;
+}
+
+void AddressPickerDialog::dataTypeChanged(int newDataTypeIndex)
+{
+    m_dataType = newDataTypeIndex;
+}

@@ -1,0 +1,35 @@
+// SPDX-FileCopyrightText: the zelmar_label authors
+// SPDX-License-Identifier: MIT
+
+#ifndef ZELMAR_LABEL_ADDRESSPICKERFORM_P_H
+#define ZELMAR_LABEL_ADDRESSPICKERFORM_P_H
+
+#include "zelmar_label/widgets/addresspicker.h"
+
+QT_BEGIN_NAMESPACE
+class QComboBox;
+class QHBoxLayout;
+class QLabel;
+class QLineEdit;
+class QListWidget;
+QT_END_NAMESPACE
+
+/// The picker's fields. The picker owns them as its children; their object names are kept as they are, since editors
+/// find the fields and style them by name.
+struct ZELMAR_LABEL_NO_EXPORT AddressPicker::Form
+{
+    explicit Form(AddressPicker *picker);
+
+    QComboBox *dataTypeCombo;
+    QComboBox *stationCombo;
+    QLabel *lengthLabel;
+    QLineEdit *lengthEdit;
+    QComboBox *typesCombo;
+    QLineEdit *rangeEditor;
+    QListWidget *formattingList;
+
+private:
+    void addDataTypeAndStation(QHBoxLayout *row);
+};
+
+#endif
