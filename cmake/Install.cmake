@@ -14,7 +14,7 @@ set(package_dir ${CMAKE_INSTALL_LIBDIR}/cmake/zelmar_label)
 install(EXPORT zelmar_label-targets NAMESPACE zelmar_label:: DESTINATION ${package_dir} COMPONENT development)
 configure_package_config_file(cmake/zelmar_label-config.cmake.in
     "${PROJECT_BINARY_DIR}/zelmar_label-config.cmake" INSTALL_DESTINATION ${package_dir}
-    PATH_VARS CMAKE_INSTALL_LIBEXECDIR)
+    PATH_VARS CMAKE_INSTALL_LIBEXECDIR CMAKE_INSTALL_DATADIR)
 write_basic_package_version_file("${PROJECT_BINARY_DIR}/zelmar_label-config-version.cmake"
     COMPATIBILITY SameMinorVersion)
 install(FILES

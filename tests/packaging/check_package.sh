@@ -11,6 +11,11 @@ prefix=$scratch/moved
 echo "the tool, through its link"
 "$prefix/bin/zelmar-label" check "ISO on TCP" DB1.DBW4 M10.7 >/dev/null
 
+if [ -d "$build/bin/translations" ]; then
+    echo "the translations"
+    [ -s "$prefix/share/zelmar_label/translations/zelmar_label_de.qm" ]
+fi
+
 echo "a program by CMake"
 "$cmake" -S "$source/tests/packaging/consumer" -B "$scratch/cmake" -G Ninja -DCMAKE_PREFIX_PATH="$prefix" >/dev/null
 "$cmake" --build "$scratch/cmake" >/dev/null

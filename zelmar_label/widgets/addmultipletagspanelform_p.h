@@ -6,6 +6,8 @@
 
 #include "zelmar_label/widgets/addmultipletagspanel.h"
 
+#include <QCoreApplication>
+
 QT_BEGIN_NAMESPACE
 class QGroupBox;
 class QHBoxLayout;
@@ -18,6 +20,9 @@ QT_END_NAMESPACE
 /// The panel's fields. The panel owns them as its children; derived panels find the fields by their object names.
 struct AddMultipleTagsPanel::Form
 {
+    Q_DECLARE_TR_FUNCTIONS(AddMultipleTagsPanel)
+
+public:
     explicit Form(AddMultipleTagsPanel *panel);
 
     QLineEdit *prefixLineEdit = nullptr;

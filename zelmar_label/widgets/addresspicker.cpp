@@ -24,6 +24,8 @@ constexpr int asciiDataType = 8;
 
 constexpr int narrowestTypesCombo = 80;
 
+constexpr int longList = 1000;
+
 constexpr Qt::MatchFlags exactly = Qt::MatchExactly | Qt::MatchCaseSensitive;
 
 } // namespace
@@ -173,17 +175,28 @@ void AddressPicker::updateTypesCombo()
     const QString chosen = combo->currentText();
     {
         const QSignalBlocker blocker(combo);
-        combo->clear();
         const QStringList symbols =
             m_dataType == m_bitTypeIndex ? m_label->bitPrefixSymbols() : m_label->registerPrefixSymbols();
-        combo->insertItems(0, symbols);
-        sortTypes();
-        fitTypesCombo(symbols);
+        // Setting an address up asks for the same symbols several times.
+        if (m_typesProxy == nullptr || combo->count() != symbols.size() || symbols != m_symbols)
+            fillTypesCombo(symbols);
         combo->setCurrentIndex(qMax(0, combo->findText(chosen, exactly)));
     }
     updateRangeLabel();
     if (!ui->rangeEditor->text().isEmpty())
         Q_EMIT addressChanged(addressWithStationId());
+}
+
+void AddressPicker::fillTypesCombo(const QStringList &symbols)
+{
+    // The model need not move what it gets in order.
+    QStringList sorted = symbols;
+    sorted.sort();
+    ui->typesCombo->clear();
+    ui->typesCombo->insertItems(0, sorted);
+    sortTypes();
+    fitTypesCombo(symbols);
+    m_symbols = symbols;
 }
 
 void AddressPicker::sortTypes()
@@ -208,6 +221,9 @@ void AddressPicker::fitTypesCombo(const QStringList &symbols)
     int widest = 0;
     for (const QString &symbol : symbols)
         widest = qMax(widest, metrics.horizontalAdvance(symbol));
+    // To measure thousands of symbols once is enough.
+    if (symbols.size() > longList)
+        ui->typesCombo->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
     // Room for the arrow and the frame.
     ui->typesCombo->setMinimumWidth(widest + metrics.horizontalAdvance(QStringLiteral("abcd")));
 }

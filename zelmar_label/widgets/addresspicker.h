@@ -132,6 +132,7 @@ private:
     struct ZELMAR_LABEL_NO_EXPORT Form;
 
     void connectChildSignals();
+    void fillTypesCombo(const QStringList &symbols);
     void sortTypes();
     void fitTypesCombo(const QStringList &symbols);
     void updateRangeLabel();
@@ -145,6 +146,8 @@ private:
     /// While true, `updateRangeLabel` does nothing.
     bool m_updating = false;
     QList<int> m_tagTableCurrentRows;
+    /// The symbols offered, in the label's order.
+    QStringList m_symbols;
     /// Sorts the symbols; made on first use.
     QSortFilterProxyModel *m_typesProxy = nullptr;
 };

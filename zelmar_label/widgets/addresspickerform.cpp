@@ -48,6 +48,8 @@ AddressPicker::Form::Form(AddressPicker *picker)
     matchedLabel->setText(tr("Matched Format:"));
     frameColumn->addWidget(matchedLabel);
     formattingList = named(new QListWidget(frame), "formattingList");
+    // A key stroke need not wait until thousands of formats have their places.
+    formattingList->setLayoutMode(QListView::Batched);
     frameColumn->addWidget(formattingList);
     frameColumn->setStretch(1, 1);
     column->addWidget(frame);

@@ -6,6 +6,8 @@
 
 #include "zelmar_label/widgets/addresspicker.h"
 
+#include <QCoreApplication>
+
 QT_BEGIN_NAMESPACE
 class QComboBox;
 class QHBoxLayout;
@@ -18,6 +20,9 @@ QT_END_NAMESPACE
 /// find the fields and style them by name.
 struct ZELMAR_LABEL_NO_EXPORT AddressPicker::Form
 {
+    Q_DECLARE_TR_FUNCTIONS(AddressPicker)
+
+public:
     explicit Form(AddressPicker *picker);
 
     QComboBox *dataTypeCombo;

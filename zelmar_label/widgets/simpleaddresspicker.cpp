@@ -8,6 +8,7 @@
 #include "zelmar_label/widgets/addresspickerdialog.h"
 #include "zelmar_label/widgets/named_p.h"
 
+#include <QCoreApplication>
 #include <QEvent>
 #include <QHBoxLayout>
 #include <QLineEdit>
@@ -58,6 +59,9 @@ StartOfDialog startOfDialog(label::LabelInterface &label, const QString &address
 
 struct ZELMAR_LABEL_NO_EXPORT SimpleAddressPicker::Form
 {
+    Q_DECLARE_TR_FUNCTIONS(SimpleAddressPicker)
+
+public:
     explicit Form(SimpleAddressPicker *picker);
 
     QLineEdit *addressEdit;
