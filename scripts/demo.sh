@@ -1,14 +1,35 @@
 #!/usr/bin/env bash
 # Builds the project and shows its main job: addresses of three PLCs, judged, stepped, split and cut into blocks, and the tags
 # of a sample project with their commands and bytes.
+#   scripts/demo.sh                   on the terminal
+#   scripts/demo.sh --gui [PROJECT]   opens the example editor, on the sample project or another
 set -euo pipefail
 cd "$(dirname "$0")/.."
+
+gui=no
+if [ "${1:-}" = --gui ]; then
+    gui=yes
+    shift
+    if [ -z "${DISPLAY:-}" ] && [ -z "${WAYLAND_DISPLAY:-}" ]; then
+        echo "There is no display for the editor here. Either" >&2
+        echo "  - run this on a desktop, or log in with \"ssh -X\", or" >&2
+        echo "  - look at docs/pictures/editor.png; scripts/screenshots.sh draws the pictures without a display." >&2
+        exit 1
+    fi
+elif [ $# -gt 0 ]; then
+    echo "usage: scripts/demo.sh [--gui [PROJECT]]" >&2
+    exit 2
+fi
 scripts/install-packages.sh
 
 echo "Building; the first time this takes a few minutes."
 mkdir -p build
 cmake --preset release -DBUILD_TESTING=OFF -DZELMAR_LABEL_BENCHMARKS=OFF >build/demo.log
 cmake --build --preset release >>build/demo.log || { cat build/demo.log; exit 1; }
+if [ $gui = yes ]; then
+    echo "Opening the editor. F1 shows its keys."
+    exec build/release/bin/tag_editor "$@"
+fi
 tool=build/release/bin/zelmar-label
 
 bold=""; plain=""

@@ -1,0 +1,12 @@
+// SPDX-FileCopyrightText: the zelmar_label authors
+// SPDX-License-Identifier: MIT
+
+#ifndef ZELMAR_LABEL_SCREENSHOTS_EDITORSCENES_H
+#define ZELMAR_LABEL_SCREENSHOTS_EDITORSCENES_H
+
+class Pictures;
+
+/// The example editor at work on the sample project. False when one picture cannot be drawn.
+bool drawEditor(const Pictures &pictures);
+
+#endif

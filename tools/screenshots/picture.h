@@ -1,0 +1,29 @@
+// SPDX-FileCopyrightText: the zelmar_label authors
+// SPDX-License-Identifier: MIT
+
+#ifndef ZELMAR_LABEL_SCREENSHOTS_PICTURE_H
+#define ZELMAR_LABEL_SCREENSHOTS_PICTURE_H
+
+#include <QString>
+
+class QWidget;
+
+/// Writes pictures as PNG files of one folder, with one ending of their names.
+class Pictures
+{
+public:
+    Pictures(const QString &folder, const QString &ending);
+
+    /// Shows the window at this size, in units of the screen's scale, lets it settle and writes it as `name`. Without a
+    /// size the window keeps its own.
+    bool take(QWidget &window, const QString &name, int width = 0, int height = 0) const;
+
+private:
+    QString m_folder;
+    QString m_ending;
+};
+
+/// Lets windows come up and lists fill.
+void settle();
+
+#endif
