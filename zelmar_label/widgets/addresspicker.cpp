@@ -180,6 +180,8 @@ void AddressPicker::updateTypesCombo()
         // Setting an address up asks for the same symbols several times.
         if (m_typesProxy == nullptr || combo->count() != symbols.size() || symbols != m_symbols)
             fillTypesCombo(symbols);
+        else if (font() != m_fittedFont)
+            fitTypesCombo(symbols);
         combo->setCurrentIndex(qMax(0, combo->findText(chosen, exactly)));
     }
     updateRangeLabel();
@@ -217,7 +219,8 @@ void AddressPicker::sortTypes()
 
 void AddressPicker::fitTypesCombo(const QStringList &symbols)
 {
-    const QFontMetrics metrics(font());
+    m_fittedFont = font();
+    const QFontMetrics metrics(m_fittedFont);
     int widest = 0;
     for (const QString &symbol : symbols)
         widest = qMax(widest, metrics.horizontalAdvance(symbol));

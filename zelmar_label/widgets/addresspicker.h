@@ -6,6 +6,7 @@
 
 #include "zelmar_label/zelmar_label_export.h"
 
+#include <QFont>
 #include <QList>
 #include <QString>
 #include <QStringList>
@@ -148,6 +149,8 @@ private:
     QList<int> m_tagTableCurrentRows;
     /// The symbols offered, in the label's order.
     QStringList m_symbols;
+    /// The font that the symbols were measured in.
+    QFont m_fittedFont;
     /// Sorts the symbols; made on first use.
     QSortFilterProxyModel *m_typesProxy = nullptr;
 };

@@ -6,6 +6,7 @@
 #include "zelmar_label/widgets/addresspicker.h"
 
 #include <QDialogButtonBox>
+#include <QLineEdit>
 #include <QVBoxLayout>
 
 namespace {
@@ -36,6 +37,8 @@ AddressPickerDialog::AddressPickerDialog(label::LabelInterface *label, int dataT
     column->addWidget(m_picker);
     column->addWidget(m_buttonBox);
     setLayout(column);
+    // The range is selected, to be typed over.
+    m_picker->findChild<QLineEdit *>(QStringLiteral("RangeEditor"))->setFocus();
 }
 
 QString AddressPickerDialog::addressWithStationId()
