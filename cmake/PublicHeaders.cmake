@@ -5,6 +5,7 @@ set(public_headers
     address_grammar/communicatorcommandt.h
     address_grammar/multiplerule.h
     address_grammar/scripthook.h
+    label_table/addressdiagnosis.h
     label_table/commandinformationitem.h
     label_table/commandinformationtalbe.h
     label_table/dynamiclabelcreatorinterface.h

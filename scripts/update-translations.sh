@@ -10,5 +10,5 @@ lupdate="lupdate"
 [ -x /usr/lib/qt5/bin/lupdate ] && lupdate=/usr/lib/qt5/bin/lupdate
 sources=()
 while IFS= read -r file; do sources+=("$file"); done < <(find zelmar_label -name '*.cpp' -o -name '*.h' | LC_ALL=C sort)
-"$lupdate" -silent -I . -locations relative -no-obsolete -source-language en_GB "${sources[@]}" \
+"$lupdate" -silent -I . -locations none -no-obsolete -source-language en_GB "${sources[@]}" \
     -ts "$folder/zelmar_label.ts" "$folder"/zelmar_label_*.ts

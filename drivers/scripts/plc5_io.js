@@ -21,7 +21,7 @@ function init() {
 function parse(address) {
     var parts = String(address).split("-");
     var hasStation = parts.length > 1;
-    var match = /^([IO]:)([0-7]+)\/(1[0-7]|0?[0-7])$/.exec(hasStation ? parts[1] : parts[0]);
+    var match = /^(O0?:|I1?:)([0-7]+)\/(1[0-7]|0?[0-7])$/.exec(hasStation ? parts[1] : parts[0]);
     if (!match)
         return null;
     return {

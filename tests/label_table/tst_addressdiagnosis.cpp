@@ -11,8 +11,10 @@
 
 using label::AddressDiagnosis;
 using Kind = label::AddressDiagnosis::Kind;
+using Slip = label::AddressDiagnosis::Slip;
 
 Q_DECLARE_METATYPE(label::AddressDiagnosis::Kind)
+Q_DECLARE_METATYPE(label::AddressDiagnosis::Slip)
 
 namespace {
 
@@ -69,6 +71,10 @@ class TestAddressDiagnosis : public QObject
 private Q_SLOTS:
     void diagnosis_data();
     void diagnosis();
+    void slips_data();
+    void slips();
+    void takenUnchecked_data();
+    void takenUnchecked();
     void emptyTable();
     void acceptedExactlyWhenARowAccepts_data();
     void acceptedExactlyWhenARowAccepts();
@@ -76,15 +82,6 @@ private Q_SLOTS:
     void limitOfAFamilyMember();
     void values();
     void neverChangesTheTable();
-    void example_data();
-    void example();
-    void formatName_data();
-    void formatName();
-    void familyTemplate_data();
-    void familyTemplate();
-    void dataTypeWord_data();
-    void dataTypeWord();
-    void radixRemark();
 };
 
 void TestAddressDiagnosis::diagnosis_data()
@@ -95,16 +92,18 @@ void TestAddressDiagnosis::diagnosis_data()
     QTest::addColumn<int>("row");
     QTest::addColumn<int>("position");
     QTest::addColumn<QString>("sentence");
+    QTest::addColumn<QString>("suggestions");
 
     const auto add = [](const char *name, const char *address, int type, Kind kind, int row, int position,
-                        const char *sentence) {
+                        const char *sentence, const char *suggestions = "") {
         QTest::newRow(name) << QString::fromUtf8(address) << type << kind << row << position
-                            << QString::fromUtf8(sentence);
+                            << QString::fromUtf8(sentence) << QString::fromUtf8(suggestions);
     };
     add("accepted, no sentence", "D100", any, Kind::Accepted, 0, -1, "");
     add("accepted with a station", "3-D100", any, Kind::Accepted, 0, -1, "");
     add("accepted as a bit", "D100.A", bits, Kind::Accepted, 1, -1, "");
-    add("a register where a bit is asked for", "D100", bits, Kind::WrongType, 0, -1, "D100 is a word, not a bit");
+    add("a register where a bit is asked for", "D100", bits, Kind::WrongType, 0, -1, "D100 is a word, not a bit",
+        "D100.0");
     add("a quad word where a bit is asked for", "B9", bits, Kind::WrongType, 7, -1, "B9 is a quad word, not a bit");
     add("a bit where a register is asked for", "X17", registers, Kind::WrongType, 2, -1,
         "X17 is a bit, not a register");
@@ -117,63 +116,63 @@ void TestAddressDiagnosis::diagnosis_data()
     add("no bit format begins so", "W9", bits, Kind::UnknownFront, -1, 0, "no bit format begins with \"W\"");
     add("no register format begins so", "X8", registers, Kind::UnknownFront, -1, 0,
         "no register format begins with \"X\"");
-    add("a symbol is begun and left", "SX5", any, Kind::UnknownFront, -1, 1, "no format begins with \"SX\"");
+    add("a symbol is begun and left", "SX5", any, Kind::UnknownFront, -1, 1, "no format begins with \"SX\"", "X5 SM5");
     add("lower case where capitals are accepted", "d100", any, Kind::UnknownFront, -1, 0,
-        "no format begins with \"d\"; write D100");
-    add("a blank in front", " D100", any, Kind::UnknownFront, -1, 0, "no format begins with \" \"; write D100");
-    add("a blank behind", "D100 ", any, Kind::UnexpectedCharacter, 0, 4,
-        "D expects a digit or the end of the address at position 5, not \" \"; write D100");
+        "\"d\" at position 1 should be \"D\": letter case counts", "D100");
+    add("a blank in front", " D100", any, Kind::UnknownFront, -1, 0, "there is a blank at position 1", "D100");
+    add("a blank behind", "D100 ", any, Kind::UnexpectedCharacter, 0, 4, "there is a blank at position 5", "D100");
     add("a character beyond ASCII", "\xc3\xa4", any, Kind::UnknownFront, -1, 0, "no format begins with \"\xc3\xa4\"");
 
-    add("the symbol alone", "D", any, Kind::Incomplete, 0, 1,
-        "D expects a digit at position 2, where the address ends");
-    add("half a symbol", "S", any, Kind::Incomplete, 11, 1, "SM expects \"M\" at position 2, where the address ends");
+    add("the symbol alone", "D", any, Kind::Incomplete, 0, 1, "D expects a digit at position 2, where the address ends",
+        "D0 D100 D100.A");
+    add("half a symbol", "S", any, Kind::Incomplete, 11, 1, "SM expects \"M\" at position 2, where the address ends",
+        "SM0");
     add("a separator without a bit", "D100.", any, Kind::Incomplete, 1, 5,
-        "Dn.b expects a hexadecimal digit at position 6, where the address ends");
+        "Dn.b expects a hexadecimal digit at position 6, where the address ends", "D100.0 D100 D100.A");
     add("a letter among digits", "D10x", any, Kind::UnexpectedCharacter, 0, 3,
-        "D expects a digit or the end of the address at position 4, not \"x\"");
+        "D expects a digit or the end of the address at position 4, not \"x\"", "D10 D100");
     add("a letter in place of the number", "Dx", any, Kind::UnexpectedCharacter, 0, 1,
-        "D expects a digit at position 2, not \"x\"");
+        "D expects a digit at position 2, not \"x\"", "D0");
     add("a bit that is no hexadecimal digit", "D100.G", any, Kind::UnexpectedCharacter, 1, 5,
-        "Dn.b expects a hexadecimal digit at position 6, not \"G\"");
+        "Dn.b expects a hexadecimal digit at position 6, not \"G\"", "D100.A D100.0 D100");
     add("a digit that the radix does not have", "X18", any, Kind::UnexpectedCharacter, 2, 2,
-        "X expects a digit from 0 to 7 or the end of the address at position 3, not \"8\"");
-    add("a text behind the bit", "D1.AB", any, Kind::UnexpectedCharacter, 1, 4,
-        "Dn.b expects the end of the address at position 5, not \"B\"");
+        "8 at position 3 is no octal digit; the numbers of X are octal", "X17 X20");
+    add("a bit of two digits where there is one", "D1.AB", any, Kind::BitBeyondWord, 1, 3,
+        "bit AB is beyond the last bit of Dn.b, F", "D1.F");
     add("lower-case hexadecimal where the pattern has capitals only", "W1f", any, Kind::UnexpectedCharacter, 6, 2,
-        "W expects a hexadecimal digit or the end of the address at position 3, not \"f\"; write W1F");
+        "\"f\" at position 3 should be \"F\": letter case counts", "W1F");
 
-    add("one above the last", "D8000", any, Kind::AboveLast, 0, -1, "number 8000 is above D's last, 7999");
-    add("more digits than the pattern has", "D10000", any, Kind::AboveLast, 0, -1,
-        "number 10000 is above D's last, 7999");
-    add("more digits than the pattern has, in a word with a bit", "D10000.5", any, Kind::AboveLast, 1, -1,
-        "number 10000 is above Dn.b's last, 7999");
-    add("a number that no int can hold", "D99999999999", any, Kind::NumberTooLong, 0, -1,
-        "number 99999999999 is too long; D's last is 7999");
+    add("one above the last", "D8000", any, Kind::AboveLast, 0, 1, "number 8000 is above D's last, 7999", "D7999");
+    add("more digits than the pattern has", "D10000", any, Kind::AboveLast, 0, 1,
+        "number 10000 is above D's last, 7999", "D7999");
+    add("more digits than the pattern has, in a word with a bit", "D10000.5", any, Kind::AboveLast, 1, 1,
+        "number 10000 is above Dn.b's last, 7999", "D7999.5");
+    add("a number that no int can hold", "D99999999999", any, Kind::NumberTooLong, 0, 1,
+        "number 99999999999 is too long; D's last is 7999", "D7999");
     add("leading zeros beyond the pattern are no large number", "D00007", any, Kind::UnexpectedCharacter, 0, 5,
-        "D expects the end of the address at position 6, not \"7\"");
-    add("a bit whose word is above the last", "D8000.0", any, Kind::AboveLast, 1, -1,
-        "number 8000 is above Dn.b's last, 7999");
-    add("octal, in the row's writing", "X2000", any, Kind::AboveLast, 2, -1,
-        "number 2000 is above X's last, 1777 (octal)");
-    add("hexadecimal, in the row's writing", "W1000", any, Kind::AboveLast, 6, -1,
-        "number 1000 is above W's last, FFF (hexadecimal)");
-    add("hexadecimal, below the first", "WF", any, Kind::BelowFirst, 6, -1,
-        "number F is below W's first, 10 (hexadecimal)");
-    add("one below the first", "P0", any, Kind::BelowFirst, 5, -1, "number 0 is below P's first, 1");
-    add("not a multiple, two good ones near", "M33", any, Kind::NotAligned, 3, -1,
-        "number 33 is not a multiple of 16; 32 and 48 are");
-    add("not a multiple, the one above beyond the last", "M99", any, Kind::NotAligned, 3, -1,
-        "number 99 is not a multiple of 16; 96 is");
-    add("not a multiple, the one below beneath the first", "M17", any, Kind::NotAligned, 3, -1,
-        "number 17 is not a multiple of 16; 16 and 32 are");
-    add("not a multiple in octal", "K12", any, Kind::NotAligned, 4, -1,
-        "number 12 is not a multiple of 20 (octal); 0 and 20 are");
-    add("not a multiple plus 1", "P16", any, Kind::NotAligned, 5, -1,
-        "number 16 is not a multiple of 16 plus 1; 1 and 17 are");
-    add("misaligned and above the last: the last is what matters", "M113", any, Kind::AboveLast, 3, -1,
-        "number 113 is above M's last, 100");
-    add("limits that are no numbers", "L5", any, Kind::LimitsUnreadable, 8, -1,
+        "D expects the end of the address at position 6, not \"7\"", "D7 D0000.7");
+    add("a bit whose word is above the last", "D8000.0", any, Kind::AboveLast, 1, 1,
+        "number 8000 is above Dn.b's last, 7999", "D7999.0");
+    add("octal, in the row's writing", "X2000", any, Kind::AboveLast, 2, 1,
+        "number 2000 is above X's last, 1777 (octal)", "X1777");
+    add("hexadecimal, in the row's writing", "W1000", any, Kind::AboveLast, 6, 1,
+        "number 1000 is above W's last, FFF (hexadecimal)", "WFFF");
+    add("hexadecimal, below the first", "WF", any, Kind::BelowFirst, 6, 1,
+        "number F is below W's first, 10 (hexadecimal)", "W10");
+    add("one below the first", "P0", any, Kind::BelowFirst, 5, 1, "number 0 is below P's first, 1", "P1");
+    add("not a multiple, two good ones near", "M33", any, Kind::NotAligned, 3, 1,
+        "number 33 is not a multiple of 16; 32 and 48 are", "M32 M48");
+    add("not a multiple, the one above beyond the last", "M99", any, Kind::NotAligned, 3, 1,
+        "number 99 is not a multiple of 16; 96 is", "M96");
+    add("not a multiple, the one below beneath the first", "M17", any, Kind::NotAligned, 3, 1,
+        "number 17 is not a multiple of 16; 16 and 32 are", "M16 M32");
+    add("not a multiple in octal", "K12", any, Kind::NotAligned, 4, 1,
+        "number 12 is not a multiple of 20 (octal); 0 and 20 are", "K20 K0");
+    add("not a multiple plus 1", "P16", any, Kind::NotAligned, 5, 1,
+        "number 16 is not a multiple of 16 plus 1; 1 and 17 are", "P17 P1");
+    add("misaligned and above the last: the last is what matters", "M113", any, Kind::AboveLast, 3, 1,
+        "number 113 is above M's last, 100", "M96");
+    add("limits that are no numbers", "L5", any, Kind::LimitsUnreadable, 8, 1,
         "the limits of L in the driver database, \"\" and \"x9\", are no numbers of its radix");
 
     add("a family that has no such member", "DB5000.DBW4", any, Kind::UnknownFamilyMember, 9, -1,
@@ -194,6 +193,7 @@ void TestAddressDiagnosis::diagnosis()
     QFETCH(int, row);
     QFETCH(int, position);
     QFETCH(QString, sentence);
+    QFETCH(QString, suggestions);
     const LogRecorder log;
     const AddressDiagnosis found = label::diagnoseAddress(deviceTable(), address, type);
     QCOMPARE(label::diagnosisSentence(found), sentence);
@@ -201,6 +201,147 @@ void TestAddressDiagnosis::diagnosis()
     QCOMPARE(found.row, row);
     QCOMPARE(found.position, position);
     QCOMPARE(found.type, type);
+    QCOMPARE(found.suggestions.join(QLatin1Char(' ')), suggestions);
+}
+
+/// 0 D, 1 D bits, 2 X, 3 timer bits, 4 a number of any length, 5 and 6 one symbol of two ranges, 7 SM, 8 last two
+/// digits.
+label::CommandInformationTalbe slipTable()
+{
+    LogRecorder log;
+    label::CommandInformationTalbe table;
+    const QList<Row> rows = {
+        row("(D)(\\d{1,4})", 2, "D: data register, e.g. D100", "D", "0", "7999"),
+        row("(D)(\\d{1,4}\\.[0-9A-F])", 0, "Dn.b: bit of a data register, e.g. D100.A", "D", "0", "7999", "dot-f:r"),
+        row("(X)([0-7]+)", 0, "X: input (octal), e.g. X17", "X", "0", "1777", "union-oct:n", 8),
+        row("(T4:)(\\d{1,3}/(?:EN|DN))", 0, "T4:n/DN: timer bit, e.g. T4:0/DN", "T4:", "0", "99", "slash-dec:n"),
+        row("(R)(\\d+)", 2, "R: file register, e.g. R1", "R", "0", "100"),
+        row("(SD)(\\d+)", 2, "SD: special register, e.g. SD1", "SD", "0", "99"),
+        row("(SD)(\\d+)", 2, "SD: special register, e.g. SD200", "SD", "200", "299"),
+        row("(SM)(\\d+)", 0, "SM: special relay, e.g. SM400", "SM", "0", "999", "union-dec:n"),
+        row("(CH)(\\d{0,3}(?:0\\d|1[0-5]))", 0, "CH: channel bit, e.g. CH1015", "CH", "0", "99", "last2-dec:n"),
+    };
+    for (const Row &one : rows)
+        table.addCommandFormatter(one.formatter());
+    return table;
+}
+
+void TestAddressDiagnosis::slips_data()
+{
+    QTest::addColumn<QString>("address");
+    QTest::addColumn<Kind>("kind");
+    QTest::addColumn<Slip>("slip");
+    QTest::addColumn<int>("position");
+    QTest::addColumn<QString>("sentence");
+    QTest::addColumn<QString>("suggestions");
+
+    const auto add = [](const char *name, const char *address, Kind kind, Slip slip, int position, const char *sentence,
+                        const char *suggestions = "") {
+        QTest::newRow(name) << QString::fromUtf8(address) << kind << slip << position << QString::fromUtf8(sentence)
+                            << QString::fromUtf8(suggestions);
+    };
+    constexpr Kind character = Kind::UnexpectedCharacter;
+    add("the letter O for a digit", "DO100", character, Slip::LetterForDigit, 1,
+        "the letter \"O\" at position 2 should be the digit 0", "D0100");
+    add("the letter o for digits", "D1oo", character, Slip::LetterForDigit, 2,
+        "the letter \"o\" at position 3 should be the digit 0", "D100");
+    add("the letter l for a digit", "Dl0", character, Slip::LetterForDigit, 1,
+        "the letter \"l\" at position 2 should be the digit 1", "D10");
+    add("the letter I for a digit", "XI7", character, Slip::LetterForDigit, 1,
+        "the letter \"I\" at position 2 should be the digit 1", "X17");
+    add("lower case in the middle", "Sm400", Kind::UnknownFront, Slip::LetterCase, 1,
+        "\"m\" at position 2 should be \"M\": letter case counts", "SM400");
+    add("lower case throughout", "t4:0/dn", Kind::UnknownFront, Slip::LetterCase, 0,
+        "\"t\" at position 1 should be \"T\": letter case counts", "T4:0/DN");
+    add("a blank in the middle", "D 100", character, Slip::Blank, 1, "there is a blank at position 2", "D100");
+    add("a blank before the bit", "D100 .A", character, Slip::Blank, 4, "there is a blank at position 5", "D100.A");
+    add("a comma for the point", "D100,A", character, Slip::WrongSeparator, 4, "\",\" at position 5 should be \".\"",
+        "D100.A");
+    add("a slash for the point", "D100/A", character, Slip::WrongSeparator, 4, "\"/\" at position 5 should be \".\"",
+        "D100.A");
+    add("a point for the slash", "T4:5.DN", character, Slip::WrongSeparator, 4, "\".\" at position 5 should be \"/\"",
+        "T4:5/DN");
+    add("no separator before the bit", "D100A", character, Slip::MissingSeparator, 4, "\".\" is missing at position 5",
+        "D100.A D100");
+    add("no separator before a word", "T4:5DN", character, Slip::MissingSeparator, 4, "\"/\" is missing at position 5",
+        "T4:5/DN");
+    add("a wide digit", "X\xef\xbc\x95", character, Slip::NotAscii, 1,
+        "\"\xef\xbc\x95\" at position 2 only looks like \"5\"", "X5");
+    add("a wide letter",
+        "\xef\xbc\xa4"
+        "100",
+        Kind::UnknownFront, Slip::NotAscii, 0, "\"\xef\xbc\xa4\" at position 1 only looks like \"D\"", "D100");
+    add("an octal digit that is none", "X90", character, Slip::DigitOutsideRadix, 1,
+        "9 at position 2 is no octal digit; the numbers of X are octal", "X77 X100");
+    add("another word behind the slash", "T4:5/DM", character, Slip::None, 6,
+        "T4:n/DN expects \"N\" at position 7, not \"M\"", "T4:5/DN");
+    add("symbol letters turned round", "MS400", Kind::UnknownFront, Slip::None, 0, "no format begins with \"M\"",
+        "SM400");
+    add("a doubled symbol letter", "SMM400", character, Slip::None, 2, "SM expects a digit at position 3, not \"M\"",
+        "SM400");
+    add("a wrong symbol letter", "SN400", Kind::UnknownFront, Slip::None, 1, "no format begins with \"SN\"", "SM400");
+    add("a symbol letter too few", "C1015", Kind::UnknownFront, Slip::None, 1, "no format begins with \"C1\"",
+        "CH1015 CH015");
+    add("a bit beyond the word", "D100.16", Kind::BitBeyondWord, Slip::None, 5,
+        "bit 16 is beyond the last bit of Dn.b, F", "D100.F");
+    add("the last two digits beyond the word", "CH1016", Kind::BitBeyondWord, Slip::None, 4,
+        "bit 16 is beyond the last bit of CH, 15", "CH1015");
+    add("a bit of a register without bits", "R5.1", Kind::NoBits, Slip::None, 2,
+        "the bits of R cannot be addressed; the address ends before position 3", "R5");
+    add("a bit of a bit", "X5.1", Kind::NoBits, Slip::None, 2, "X5 is a bit itself; the address ends before position 3",
+        "X5");
+    add("of two ranges the nearer one, below", "SD110", Kind::AboveLast, Slip::None, 2,
+        "number 110 is above SD's last, 99", "SD99");
+    add("of two ranges the nearer one, above", "SD195", Kind::BelowFirst, Slip::None, 2,
+        "number 195 is below SD's first, 200", "SD200");
+    add("a text of any length is no slip", QByteArray(5000, 'D').constData(), character, Slip::None, 1,
+        "D expects a digit at position 2, not \"D\"");
+}
+
+void TestAddressDiagnosis::slips()
+{
+    QFETCH(QString, address);
+    QFETCH(Slip, slip);
+    LogRecorder log;
+    const label::CommandInformationTalbe table = slipTable();
+    log.take();
+    const AddressDiagnosis found = label::diagnoseAddress(table, address, any);
+    QCOMPARE(log.take(), QStringList());
+    QTEST(label::diagnosisSentence(found), "sentence");
+    QTEST(found.suggestions.join(QLatin1Char(' ')), "suggestions");
+    QTEST(found.kind, "kind");
+    QVERIFY(found.slip == slip);
+    QTEST(found.position, "position");
+    QVERIFY(!found.isAccepted());
+}
+
+void TestAddressDiagnosis::takenUnchecked_data()
+{
+    QTest::addColumn<QString>("address");
+    QTest::addColumn<QString>("sentence");
+    QTest::addColumn<QString>("suggestion");
+    QTest::newRow("a number that no int can hold")
+        << "R99999999999"
+        << "number 99999999999 is too long; R's last is 100, yet labels take it unchecked"
+        << "R100";
+    QTest::newRow("a wide digit") << QString::fromUtf8("D\xef\xbc\x95")
+                                  << QString::fromUtf8("\"\xef\xbc\x95\" at position 2 only looks like \"5\", yet "
+                                                       "labels take it unchecked")
+                                  << "D5";
+}
+
+void TestAddressDiagnosis::takenUnchecked()
+{
+    QFETCH(QString, address);
+    LogRecorder log;
+    const label::CommandInformationTalbe table = slipTable();
+    const AddressDiagnosis found = label::diagnoseAddress(table, address, any);
+    QVERIFY(table.getFirstMatchedAddressIndex(address, any) >= 0);
+    QVERIFY(found.isAccepted());
+    QVERIFY(found.isUnchecked);
+    QVERIFY(found.kind != Kind::Accepted);
+    QTEST(label::diagnosisSentence(found), "sentence");
+    QTEST(found.suggestions.join(QLatin1Char(' ')), "suggestion");
 }
 
 void TestAddressDiagnosis::emptyTable()
@@ -284,7 +425,7 @@ void TestAddressDiagnosis::values()
     QCOMPARE(aligned.limit, QStringLiteral("16"));
     QCOMPARE(aligned.nearest, QStringList({QStringLiteral("32"), QStringLiteral("48")}));
     const AddressDiagnosis text = label::diagnoseAddress(deviceTable(), QStringLiteral("d7"), any);
-    QCOMPARE(text.suggestion, QStringLiteral("D7"));
+    QCOMPARE(text.suggestions, QStringList({QStringLiteral("D7")}));
 }
 
 void TestAddressDiagnosis::neverChangesTheTable()
@@ -293,127 +434,6 @@ void TestAddressDiagnosis::neverChangesTheTable()
     const label::CommandInformationTalbe table = deviceTable();
     label::diagnoseAddress(table, QStringLiteral("DB12.DBW4"), any);
     QCOMPARE(table.countFormatters(), 13);
-}
-
-void TestAddressDiagnosis::example_data()
-{
-    QTest::addColumn<QString>("description");
-    QTest::addColumn<QString>("example");
-    QTest::newRow("behind e.g.") << "D: register, e.g. D100"
-                                 << "D100";
-    QTest::newRow("a full stop does not belong to it") << "D: register, e.g. D100."
-                                                       << "D100";
-    QTest::newRow("nor does a bracket") << "D (e.g. D100)"
-                                        << "D100";
-    QTest::newRow("up to the next blank") << "D, e.g. D100 or D200"
-                                          << "D100";
-    QTest::newRow("none: symbol and first number") << "data register"
-                                                   << "D5";
-    QTest::newRow("no description") << ""
-                                    << "D5";
-}
-
-void TestAddressDiagnosis::example()
-{
-    QFETCH(QString, description);
-    const LogRecorder log;
-    Row made;
-    made.description = description;
-    made.start = QStringLiteral("5");
-    QTEST(label::exampleAddress(made.formatter()), "example");
-}
-
-void TestAddressDiagnosis::formatName_data()
-{
-    QTest::addColumn<QString>("description");
-    QTest::addColumn<QString>("symbol");
-    QTest::addColumn<QString>("editorSymbol");
-    QTest::addColumn<QString>("name");
-    QTest::newRow("the form of the description") << "Dn.b: bit"
-                                                 << "D"
-                                                 << ""
-                                                 << "Dn.b";
-    QTest::newRow("no form: the symbol") << "bit of a register"
-                                         << "D"
-                                         << ""
-                                         << "D";
-    QTest::newRow("words before the colon are no form") << "bit of D: bit"
-                                                        << "D"
-                                                        << ""
-                                                        << "D";
-    QTest::newRow("a member of a family: its own symbol") << "DBn.DBWb: word"
-                                                          << "DB1.DBW"
-                                                          << "DB"
-                                                          << "DB1.DBW";
-    QTest::newRow("a member without a symbol: the form") << "Cf:n/DN: bit"
-                                                         << ""
-                                                         << "C"
-                                                         << "Cf:n/DN";
-    QTest::newRow("neither form nor symbol") << ""
-                                             << ""
-                                             << ""
-                                             << "the format";
-}
-
-void TestAddressDiagnosis::formatName()
-{
-    QFETCH(QString, description);
-    QFETCH(QString, symbol);
-    QFETCH(QString, editorSymbol);
-    const LogRecorder log;
-    Row made;
-    made.description = description;
-    made.prefixSymbol = symbol;
-    label::CommandFormatter formatter = made.formatter();
-    formatter.setEditorPrefixSymbol(editorSymbol);
-    QTEST(label::formatName(formatter), "name");
-}
-
-void TestAddressDiagnosis::familyTemplate_data()
-{
-    QTest::addColumn<QString>("pattern");
-    QTest::addColumn<bool>("isTemplate");
-    QTest::newRow("a plain name") << "DB_DBX" << true;
-    QTest::newRow("a name with digits") << "INT32Q16_NO_IDX" << true;
-    QTest::newRow("an expression") << "(D)(\\d+)" << false;
-    QTest::newRow("no pattern") << "" << false;
-}
-
-void TestAddressDiagnosis::familyTemplate()
-{
-    QFETCH(QString, pattern);
-    const LogRecorder log;
-    Row made;
-    made.pattern = pattern;
-    QTEST(label::isFamilyTemplate(made.formatter()), "isTemplate");
-}
-
-void TestAddressDiagnosis::dataTypeWord_data()
-{
-    QTest::addColumn<int>("type");
-    QTest::addColumn<QString>("word");
-    QTest::newRow("0") << 0 << "bit";
-    QTest::newRow("1") << 1 << "byte";
-    QTest::newRow("2") << 2 << "word";
-    QTest::newRow("3") << 3 << "double word";
-    QTest::newRow("4") << 4 << "quad word";
-    QTest::newRow("5") << 5 << "text";
-    QTest::newRow("no name") << 7 << "type 7";
-    QTest::newRow("negative") << -1 << "type -1";
-}
-
-void TestAddressDiagnosis::dataTypeWord()
-{
-    QFETCH(int, type);
-    QTEST(label::dataTypeWord(type), "word");
-}
-
-void TestAddressDiagnosis::radixRemark()
-{
-    QCOMPARE(label::radixRemark(10), QString());
-    QCOMPARE(label::radixRemark(8), QStringLiteral(" (octal)"));
-    QCOMPARE(label::radixRemark(16), QStringLiteral(" (hexadecimal)"));
-    QCOMPARE(label::radixRemark(2), QStringLiteral(" (radix 2)"));
 }
 
 QTEST_GUILESS_MAIN(TestAddressDiagnosis)

@@ -3,6 +3,7 @@
 
 #include "support/labelfixtures.h"
 #include "support/projectfixtures.h"
+#include "support/toolprocess.h"
 
 #include <QCoreApplication>
 #include <QCryptographicHash>
@@ -10,8 +11,6 @@
 #include <QFile>
 #include <QJsonDocument>
 #include <QJsonObject>
-#include <QProcess>
-#include <QProcessEnvironment>
 #include <QSet>
 #include <QTest>
 
@@ -63,31 +62,6 @@ QList<TagRow> tagRows()
             tag(10, "NoStation", 1, 3, "7-D1"), tag(11, "NoType", 1, 12, "D1"),   tag(12, "Twice", 0, 1, ""),
             tag(13, "Twice", 0, 1, ""),         tag(14, "Signed", 0, 10, ""),     tag(15, "Unsigned", 0, 11, ""),
             tag(16, "Double", 0, 9, ""),        tag(17, "NoLength", 0, 8, "", 0), tag(18, "Pair", 1, 3, "B2")};
-}
-
-struct Result
-{
-    int code = -1;
-    QString out;
-    QString err;
-};
-
-void writeFile(const QString &path, const QByteArray &content)
-{
-    QFile file(path);
-    QVERIFY2(file.open(QIODevice::WriteOnly | QIODevice::Truncate), qPrintable(path));
-    QCOMPARE(file.write(content), qint64(content.size()));
-}
-
-QByteArray contentOf(const QString &path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("not readable");
-}
-
-QStringList argumentsOf(const char *text)
-{
-    return QString::fromUtf8(text).split(QLatin1Char('|'));
 }
 
 QList<QJsonObject> objectsOf(const QString &lines)
@@ -149,8 +123,7 @@ void TestProjectTool::initTestCase()
     m_folder = QDir(QCoreApplication::applicationDirPath());
     QVERIFY(m_folder.mkpath(QStringLiteral("tool/database")));
     QVERIFY(m_folder.cd(QStringLiteral("tool")));
-    QFile::remove(path("zelmar-label"));
-    QVERIFY(QFile::copy(QStringLiteral(ZELMAR_LABEL_TOOL), path("zelmar-label")));
+    copyTool(QStringLiteral(ZELMAR_LABEL_TOOL), m_folder.path());
     writeDriverDatabase(path("database/drivers"), {plc()});
 }
 
@@ -167,25 +140,8 @@ void TestProjectTool::init()
 
 Result TestProjectTool::run(const QStringList &arguments, const QByteArray &input, const QString &folder) const
 {
-    QProcess process;
-    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    // Labels stay allocated by contract.
-    environment.insert(QStringLiteral("ASAN_OPTIONS"),
-                       environment.value(QStringLiteral("ASAN_OPTIONS")) + QStringLiteral(":detect_leaks=0"));
-    process.setProcessEnvironment(environment);
-    process.setWorkingDirectory(m_folder.path());
-    process.start((folder.isEmpty() ? m_folder.path() : folder) + QStringLiteral("/zelmar-label"), arguments);
-    process.write(input);
-    process.closeWriteChannel();
-    Result result;
-    if (!process.waitForFinished(60000) || process.exitStatus() != QProcess::NormalExit) {
-        result.err = process.errorString();
-        return result;
-    }
-    result.code = process.exitCode();
-    result.out = QString::fromUtf8(process.readAllStandardOutput());
-    result.err = QString::fromUtf8(process.readAllStandardError());
-    return result;
+    const QString program = (folder.isEmpty() ? m_folder.path() : folder) + QStringLiteral("/zelmar-label");
+    return runProcess(program, arguments, input, m_folder.path());
 }
 
 QStringList TestProjectTool::rows(const QString &file, const QString &statement) const
@@ -385,9 +341,7 @@ void TestProjectTool::readingNeverWrites()
 
 void TestProjectTool::missingDriverDatabase()
 {
-    QVERIFY(m_folder.mkpath(QStringLiteral("bare")));
-    QFile::remove(path("bare/zelmar-label"));
-    QVERIFY(QFile::copy(path("zelmar-label"), path("bare/zelmar-label")));
+    copyTool(path("zelmar-label"), path("bare"));
     const Result result = run(argumentsOf("tags|project.db"), QByteArray(), path("bare"));
     QCOMPARE(result.err,
              QStringLiteral("zelmar-label: there is no driver database at %1\n").arg(path("bare/database/drivers")));
@@ -669,18 +623,7 @@ void TestProjectTool::systemTags()
 
 void TestProjectTool::sampleProject()
 {
-    const QDir shipped(QStringLiteral(ZELMAR_LABEL_TOOL_FOLDER));
-    QVERIFY(m_folder.mkpath(QStringLiteral("shipped/database")));
-    QVERIFY(m_folder.mkpath(QStringLiteral("shipped/scripts")));
-    QStringList files = {QStringLiteral("zelmar-label"), QStringLiteral("database/drivers")};
-    const QStringList scripts = QDir(shipped.filePath(QStringLiteral("scripts"))).entryList(QDir::Files);
-    for (const QString &script : scripts)
-        files.append(QStringLiteral("scripts/") + script);
-    for (const QString &file : qAsConst(files)) {
-        const QString copy = m_folder.filePath(QStringLiteral("shipped/") + file);
-        QFile::remove(copy);
-        QVERIFY2(QFile::copy(shipped.filePath(file), copy), qPrintable(file));
-    }
+    copyToolWithDrivers(QStringLiteral(ZELMAR_LABEL_TOOL), path("shipped"));
     QFile::remove(path("sample.db"));
     const Result made = run(argumentsOf("sample-project|sample.db"), QByteArray(), path("shipped"));
     QCOMPARE(made.err, QString());

@@ -19,6 +19,15 @@ struct Request
         Next,
         Split,
         Blocks,
+        Lint,
+        ExportDriver,
+        NewDriver,
+        Compile,
+        CustomShow,
+        CustomSetup,
+        CustomFill,
+        CustomDefault,
+        CustomDrop,
         Tags,
         Commands,
         ProjectBlocks,
@@ -31,15 +40,28 @@ struct Request
         SampleProject,
     };
 
-    /// False for what is asked of a driver.
     bool isOfProject() const { return command >= Command::Tags; }
+    bool isOfCustomDatabase() const { return command >= Command::CustomShow && command <= Command::CustomDrop; }
+    /// True for what makes drivers, rather than asks them.
+    bool isOfDriverFile() const { return command >= Command::ExportDriver && command <= Command::Compile; }
+    /// True for what reads a driver database.
+    bool takesDatabase() const { return command <= Command::ExportDriver; }
 
     Command command = Command::Drivers;
-    /// Empty: the one beside the program.
+    /// The driver database to read, empty for the one beside the program; `compile`: the one to write.
     QString database;
+    /// The folder of the program whose custom database it is; empty: this program's.
+    QString folder;
     bool json = false;
     bool debug = false;
+    /// The driver's name.
     QString driver;
+    /// Driver files to read, or the one to write; `lint`: also databases, and names of drivers.
+    QStringList files;
+    /// `lint`: the folder of the sample files, empty for those beside the driver files.
+    QString samples;
+    /// `export-driver`: a file that is there may be written over.
+    bool force = false;
     QStringList addresses;
     /// `check`: the type filter.
     int type = -1;

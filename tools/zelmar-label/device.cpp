@@ -3,51 +3,35 @@
 
 #include "device.h"
 
-#include "zelmar_label/label_table/addressdiagnosis.h"
-
-#include <algorithm>
-
-namespace {
-
-bool isDecimal(const QString &text)
-{
-    bool fits = false;
-    text.toInt(&fits);
-    return fits && std::all_of(text.begin(), text.end(), [](QChar character) {
-               return character >= QLatin1Char('0') && character <= QLatin1Char('9');
-           });
-}
-
-} // namespace
+#include "addressjudge.h"
 
 QString ResolvedAddress::atStation(const QString &address) const
 {
     return station < 0 ? address : QString::number(station) + QLatin1Char('-') + address;
 }
 
+QString ResolvedAddress::advice() const
+{
+    if (suggestions.isEmpty())
+        return reason;
+    return QStringLiteral("%1; try %2").arg(reason, suggestions.join(QStringLiteral(" or ")));
+}
+
 Device::Device(std::shared_ptr<label::LabelLoader> label)
     : m_label(std::move(label))
-    , m_ownRows(m_label->countType(0))
 {
 }
 
-/// False with a reason when the station is none. The library takes any text as station 0 and drops what follows a
-/// second "-", which hides slips of the pen.
-bool Device::splitStation(ResolvedAddress &address) const
+/// False with a reason when the station is none.
+bool Device::splitStation(ResolvedAddress &address)
 {
-    const int separator = address.text.indexOf(QLatin1Char('-'));
-    address.device = address.text.mid(separator + 1);
-    if (separator < 0)
-        return true;
-    const QString station = address.text.left(separator);
-    if (station.isEmpty())
-        address.reason = QStringLiteral("the station number in front of \"-\" is missing");
-    else if (!isDecimal(station))
-        address.reason = QStringLiteral("the station \"%1\" is no decimal number").arg(station);
-    else if (address.device.contains(QLatin1Char('-')))
-        address.reason = QStringLiteral("a second \"-\" follows; only a station is set off by one");
+    const StationAddress parts(address.text);
+    address.device = parts.device;
+    address.reason = parts.problem();
+    if (!address.reason.isEmpty())
+        address.diagnosis.kind = label::AddressDiagnosis::Kind::StationNotNumber;
     else
-        address.station = station.toInt();
+        address.station = parts.number();
     return address.reason.isEmpty();
 }
 
@@ -57,29 +41,16 @@ ResolvedAddress Device::resolve(const QString &text, int type)
     address.text = text;
     if (!splitStation(address))
         return address;
-    int index = table().getFirstMatchedAddressIndex(address.device, type);
-    if (index < 0) {
-        const label::AddressDiagnosis diagnosis = label::diagnoseAddress(table(), address.device, type);
-        // The family's row is there already; the label would add it again for each address that the row refuses.
-        if (diagnosis.row >= m_ownRows) {
-            address.reason = label::diagnosisSentence(diagnosis);
-            return address;
-        }
-        index = m_label->addressValidation(address.device, type);
-    }
-    const bool accepts =
-        index >= 0 && row(index).isAddressValid(address.device) && label::passesTypeFilter(row(index).type(), type);
-    if (!accepts) {
-        address.reason = label::diagnosisSentence(label::diagnoseAddress(table(), address.device, type));
+    address.diagnosis = label::diagnoseAddress(label(), address.device, type);
+    if (address.diagnosis.kind == label::AddressDiagnosis::Kind::Accepted) {
+        address.row = m_label->addressValidation(address.device, type);
         return address;
     }
-    // A template matches its own name.
-    if (label::isFamilyTemplate(row(index))) {
-        address.reason = QStringLiteral("it is the name of a family of formats and no address; an address is %1")
-                             .arg(label::exampleAddress(row(index)));
-        return address;
-    }
-    address.row = index;
+    address.reason = label::diagnosisSentence(address.diagnosis);
+    if (address.diagnosis.position >= 0)
+        address.position = address.diagnosis.position + text.size() - address.device.size();
+    for (const QString &suggestion : qAsConst(address.diagnosis.suggestions))
+        address.suggestions.append(address.atStation(suggestion));
     return address;
 }
 

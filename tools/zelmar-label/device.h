@@ -5,9 +5,11 @@
 #define ZELMAR_LABEL_TOOL_DEVICE_H
 
 #include "zelmar_label/address_grammar/communicatorcommand.h"
+#include "zelmar_label/label_table/addressdiagnosis.h"
 #include "zelmar_label/label_table/labelloader.h"
 
 #include <QString>
+#include <QStringList>
 
 #include <memory>
 
@@ -20,20 +22,27 @@ struct ResolvedAddress
     int station = -1;
     /// Type index of its row; -1 when it is refused.
     int row = -1;
-    /// Why it is refused; empty otherwise.
+    /// Why it is refused, in words; empty otherwise.
     QString reason;
+    /// The same as a value, of the address without its station.
+    label::AddressDiagnosis diagnosis;
+    /// Position in `text` of what is wrong; -1 where no place is meant.
+    int position = -1;
+    /// Addresses that are accepted instead, at the station of this one.
+    QStringList suggestions;
 
     bool isAccepted() const { return row >= 0; }
+    /// The reason and what to write instead.
+    QString advice() const;
     /// `address`, a device address, at the station of this one.
     QString atStation(const QString &address) const;
 };
 
-/// One driver, asked more strictly than the library asks itself: a station has to be a number, and the first address of
-/// a dynamic family has to lie within the family's limits.
+/// One driver, asked more strictly than the library asks itself: a station has to be a number, and what a label would
+/// take unchecked is refused.
 class Device
 {
 public:
-    /// The label has to be fresh: no address of a dynamic family may have been asked of it.
     explicit Device(std::shared_ptr<label::LabelLoader> label);
 
     ResolvedAddress resolve(const QString &text, int type);
@@ -49,11 +58,9 @@ public:
     QString registerOfBit(const ResolvedAddress &bit, int &row);
 
 private:
-    bool splitStation(ResolvedAddress &address) const;
+    static bool splitStation(ResolvedAddress &address);
 
     std::shared_ptr<label::LabelLoader> m_label;
-    /// Rows of the database; those behind are of dynamic families.
-    int m_ownRows;
 };
 
 #endif

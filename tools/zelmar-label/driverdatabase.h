@@ -32,6 +32,8 @@ public:
     ~DriverDatabase();
     Q_DISABLE_COPY(DriverDatabase)
 
+    const QString &path() const { return m_path; }
+
     /// All drivers in the order of the file. On failure none, and `error` says which file and what to do.
     QList<Driver> drivers(QString &error) const;
 

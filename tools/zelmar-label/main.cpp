@@ -2,6 +2,9 @@
 // SPDX-License-Identifier: MIT
 
 #include "commandline.h"
+#include "customworker.h"
+#include "driverworker.h"
+#include "lintworker.h"
 #include "output.h"
 #include "projectworker.h"
 #include "worker.h"
@@ -34,6 +37,12 @@ ExitCode carryOut(const Request &request, const Streams &streams)
 {
     if (request.isOfProject())
         return ProjectWorker(request, streams).run();
+    if (request.isOfCustomDatabase())
+        return CustomWorker(request, streams).run();
+    if (request.command == Request::Command::Lint)
+        return LintWorker(request, streams).run();
+    if (request.isOfDriverFile())
+        return DriverWorker(request, streams).run();
     return Worker(request, streams).run();
 }
 

@@ -32,6 +32,12 @@ void Streams::print(const TextTable &table) const
     }
 }
 
+QString counted(int count, const char *noun)
+{
+    const QLatin1String plural(count == 1 ? "" : "s");
+    return QString::number(count) + QLatin1Char(' ') + QLatin1String(noun) + plural;
+}
+
 JsonLine &JsonLine::add(const char *key, const QJsonValue &value)
 {
     // Qt writes documents only, and sorts the keys of objects.

@@ -42,6 +42,9 @@ private:
     QList<QStringList> m_rows;
 };
 
+/// "1 format", "2 formats".
+QString counted(int count, const char *noun);
+
 /// Where the tool reads and writes. Texts are UTF-8, whatever the locale.
 struct Streams
 {

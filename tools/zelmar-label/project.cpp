@@ -3,13 +3,13 @@
 
 #include "project.h"
 
+#include "projectcheck.h"
+#include "tagtypes.h"
+
 #include "zelmar_label/label_table/labelloader.h"
 #include "zelmar_label/tag_store/tagmessages_p.h"
 #include "zelmar_label/tag_store/tagsystem.h"
-#include "zelmar_label/tag_values/tagdatatype_p.h"
 
-#include <QCoreApplication>
-#include <QDir>
 #include <QFileInfo>
 #include <QSqlError>
 #include <QSqlQuery>
@@ -23,11 +23,6 @@ constexpr int firstRecipeId = 30000;
 QString quoted(const QString &text)
 {
     return QLatin1Char('"') + text + QLatin1Char('"');
-}
-
-QString driverDatabasePath()
-{
-    return QDir(QCoreApplication::applicationDirPath()).filePath(QStringLiteral("database/drivers"));
 }
 
 } // namespace
@@ -86,6 +81,7 @@ bool Project::open(const QString &path, Access access)
         return false;
     m_isQuiet = !m_hasTable && access == Access::ReadOnly;
     m_tags = TagSystem::instance(QLatin1String(connectionName));
+    m_judge = std::make_unique<AddressJudge>(*m_tags);
     m_isQuiet = false;
     m_hasTable = m_hasTable || access == Access::ReadWrite;
     return !m_hasFailed && (access == Access::ReadOnly || m_isInTransaction || begin());
@@ -93,51 +89,20 @@ bool Project::open(const QString &path, Access access)
 
 bool Project::isReadable() const
 {
-    if (!QFileInfo(m_path).isFile())
-        m_streams.complain(QStringLiteral("there is no project at %1").arg(m_path));
-    else if (!QFileInfo(driverDatabasePath()).isFile())
-        m_streams.complain(QStringLiteral("there is no driver database at %1").arg(driverDatabasePath()));
-    else
-        return true;
-    return false;
+    const QString missing = missingFile(m_path);
+    if (!missing.isEmpty())
+        m_streams.complain(missing);
+    return missing.isEmpty();
 }
 
 /// False after a complaint when the file is no database, or its tag table not one.
 bool Project::readTable()
 {
-    QSqlQuery query(database());
-    if (!query.exec(QStringLiteral("SELECT name FROM pragma_table_info('custom_tag_table')"))) {
-        // SQLite's code for a file of another kind.
-        const bool isDatabase = query.lastError().nativeErrorCode() != QLatin1String("26");
-        m_streams.complain((isDatabase ? QStringLiteral("the project %1 cannot be read (%2)")
-                                       : QStringLiteral("%1 is no project (%2)"))
-                               .arg(m_path, query.lastError().databaseText()));
-        return false;
-    }
-    QStringList columns;
-    while (query.next())
-        columns.append(query.value(0).toString().toLower());
-    // A failure behind the first rows, such as a lock.
-    if (query.lastError().isValid()) {
-        m_streams.complain(QStringLiteral("%1 cannot be read (%2)").arg(m_path, query.lastError().databaseText()));
-        return false;
-    }
-    m_hasTable = !columns.isEmpty();
-    return !m_hasTable || hasColumns(columns);
-}
-
-bool Project::hasColumns(const QStringList &columns) const
-{
-    const QStringList needed = {QStringLiteral("id"),        QStringLiteral("name"),    QStringLiteral("connector_id"),
-                                QStringLiteral("data_type"), QStringLiteral("address"), QStringLiteral("scan_time"),
-                                QStringLiteral("scale")};
-    for (const QString &column : needed) {
-        if (columns.contains(column))
-            continue;
-        m_streams.complain(QStringLiteral("the tag table of %1 lacks the column %2").arg(m_path, column));
-        return false;
-    }
-    return true;
+    const ProjectCheck check = checkProject(database(), m_path);
+    m_hasTable = check.hasTagTable;
+    if (!check.problem.isEmpty())
+        m_streams.complain(check.problem);
+    return check.problem.isEmpty();
 }
 
 bool Project::begin()
@@ -240,23 +205,7 @@ const Link &Project::link(int id)
 
 QString Project::refusal(int linkId, int dataType, const QString &address, int scale)
 {
-    if (dataType < label::TagBit || dataType > label::TagUInt64)
-        return QStringLiteral("there is no data type %1").arg(dataType);
-    if (dataType == label::TagAscii && scale < 1)
-        return QStringLiteral("a text needs a length, its scale, of at least 1");
-    if (linkId == 0)
-        return QString();
-    const Link &owner = link(linkId);
-    if (!owner.exists)
-        return QStringLiteral("the project has no link %1").arg(linkId);
-    if (!owner.device)
-        return QStringLiteral("link %1: there is no driver %2").arg(QString::number(linkId), quoted(owner.driver));
-    const ResolvedAddress resolved = owner.device->resolve(address, m_tags->getCommunicatorCommandDataType(dataType));
-    if (!resolved.isAccepted())
-        return resolved.reason;
-    if (resolved.station >= 0 && !owner.stations.contains(resolved.station))
-        return QStringLiteral("link %1 has no station %2").arg(linkId).arg(resolved.station);
-    return QString();
+    return m_judge->judge(linkId, dataType, address, scale).reason;
 }
 
 QString Project::refusal(int tagId)
@@ -265,11 +214,5 @@ QString Project::refusal(int tagId)
         return QString();
     const int type = m_tags->getDataTypeByID(tagId);
     return refusal(m_tags->getCommunicatorID(tagId), type, m_tags->getAddressByID(tagId),
-                   type == label::TagAscii ? m_tags->getScaleByID(tagId) : 1);
-}
-
-QString dataTypeName(const TagSystem &tags, int type)
-{
-    const QString name = tags.datatypeString(type);
-    return name.isEmpty() ? QString::number(type) : name;
+                   type == tagtype::Ascii ? m_tags->getScaleByID(tagId) : 1);
 }

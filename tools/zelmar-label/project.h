@@ -4,6 +4,7 @@
 #ifndef ZELMAR_LABEL_TOOL_PROJECT_H
 #define ZELMAR_LABEL_TOOL_PROJECT_H
 
+#include "addressjudge.h"
 #include "device.h"
 #include "output.h"
 
@@ -74,13 +75,13 @@ public:
 private:
     std::shared_ptr<Device> deviceOf(int linkId, const QString &driver);
     bool readTable();
-    bool hasColumns(const QStringList &columns) const;
     bool begin();
     bool isReadable() const;
 
     const Streams &m_streams;
     QString m_path;
     TagSystem *m_tags = nullptr;
+    std::unique_ptr<AddressJudge> m_judge;
     QHash<int, std::shared_ptr<Link>> m_links;
     /// Links of one driver share its label.
     QHash<QString, std::shared_ptr<Device>> m_devices;
@@ -90,8 +91,5 @@ private:
     bool m_isInTransaction = false;
     bool m_hasFailed = false;
 };
-
-/// The type's name in lists and in CSV.
-QString dataTypeName(const TagSystem &tags, int type);
 
 #endif

@@ -3,16 +3,17 @@
 
 #include "projectworker.h"
 
-#include "csvfile.h"
 #include "project.h"
 #include "sampleproject.h"
+#include "tagcsv.h"
 #include "tagimport.h"
 
-#include "zelmar_label/label_table/addressdiagnosis.h"
+#include "zelmar_label/label_table/rowdescription_p.h"
 #include "zelmar_label/tag_store/tagids_p.h"
 #include "zelmar_label/tag_store/tagsystem.h"
 
 #include <QFile>
+#include <QFileInfo>
 #include <QIODevice>
 #include <QJsonObject>
 #include <QSet>
@@ -105,7 +106,37 @@ ExitCode ProjectWorker::importTags() const
 
 ExitCode ProjectWorker::makeSample() const
 {
-    return makeSampleProject(m_request.project, m_streams);
+    const QString path = m_request.project;
+    if (QFileInfo::exists(path)) {
+        m_streams.complain(QStringLiteral("%1 is there already; it stays as it is").arg(path));
+        return Unreadable;
+    }
+    {
+        QFile file(path);
+        if (!file.open(QIODevice::WriteOnly)) {
+            m_streams.complain(QStringLiteral("%1 cannot be made: %2").arg(path, file.errorString()));
+            return Unreadable;
+        }
+    }
+    if (fillSample(path))
+        return Success;
+    QFile::remove(path);
+    return Unreadable;
+}
+
+bool ProjectWorker::fillSample(const QString &path) const
+{
+    Project project(m_streams);
+    if (!project.open(path, Project::Access::ReadWrite))
+        return false;
+    QString error;
+    const auto refusal = [&project](int linkId, int dataType, const QString &address, int scale) {
+        return project.refusal(linkId, dataType, address, scale);
+    };
+    const bool isWritten = writeSampleProject(project.database(), project.tags(), refusal, error);
+    if (!error.isEmpty())
+        m_streams.complain(error);
+    return isWritten && !project.hasFailed() && project.commit();
 }
 
 ExitCode ProjectWorker::listSystemTags() const
@@ -216,29 +247,25 @@ ExitCode ProjectWorker::exportTags(Project &project) const
 {
     TagSystem &tags = project.tags();
     if (!m_request.json)
-        m_streams.out.write(csvLine(TagImport::columns()) + '\n');
+        m_streams.out.write(tagCsvHeader());
     QSet<QString> names;
     const QList<int> ids = tags.getTagIDList();
     for (const int id : ids) {
-        const QString name = tags.getTagNameById(id);
-        if (names.contains(name))
+        const PlainTag tag = plainTag(tags, id);
+        if (names.contains(tag.name))
             m_streams.complain(
-                QStringLiteral("more than one tag has the name \"%1\": import takes only the first").arg(name));
-        names.insert(name);
-        const int link = tags.getCommunicatorID(id);
-        const QString type = dataTypeName(tags, tags.getDataTypeByID(id));
-        const QString address = tags.getAddressByID(id);
-        const int scale = tags.getScaleByID(id);
+                QStringLiteral("more than one tag has the name \"%1\": import takes only the first").arg(tag.name));
+        names.insert(tag.name);
         if (m_request.json)
             m_streams.print(JsonLine()
-                                .add("name", name)
-                                .add("link", link)
-                                .add("dataType", type)
-                                .add("address", address)
-                                .add("scale", scale)
+                                .add("name", tag.name)
+                                .add("link", tag.link)
+                                .add("dataType", dataTypeName(tags, tag.dataType))
+                                .add("address", tag.address)
+                                .add("scale", tag.scale)
                                 .text());
         else
-            m_streams.out.write(csvLine({name, QString::number(link), type, address, QString::number(scale)}) + '\n');
+            m_streams.out.write(tagCsvLine(tags, tag));
     }
     return Success;
 }

@@ -24,6 +24,7 @@ private:
     ExitCode read() const;
     ExitCode importTags() const;
     ExitCode makeSample() const;
+    bool fillSample(const QString &path) const;
     ExitCode listSystemTags() const;
     ExitCode listTags(Project &project) const;
     ExitCode exportTags(Project &project) const;

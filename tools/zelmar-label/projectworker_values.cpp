@@ -4,66 +4,12 @@
 #include "projectworker.h"
 
 #include "project.h"
+#include "tagcsv.h"
+#include "taglimits.h"
+#include "tagtypes.h"
 #include "tagvalue.h"
 
 #include "zelmar_label/tag_store/tagsystem.h"
-#include "zelmar_label/tag_values/tagdatatype_p.h"
-
-namespace {
-
-bool isWide(int type)
-{
-    return type == label::TagInt64 || type == label::TagUInt64;
-}
-
-/// The least and the greatest value of a tag; of a text, its length.
-struct Limits
-{
-    Limits(TagSystem &tags, int id)
-        : type(tags.getDataTypeByID(id))
-    {
-        if (type == label::TagAscii) {
-            length = tags.getScaleByID(id);
-            return;
-        }
-        QVariant greatest;
-        QVariant least;
-        tags.getMaxMinValue(id, greatest, least);
-        isNumber = greatest.isValid();
-        // As texts and in JSON, the limits of a bit are numbers.
-        const int shownType = type == label::TagBit ? label::TagInt32 : type;
-        max = textOfValue(greatest, shownType);
-        min = textOfValue(least, shownType);
-        jsonMax = jsonOfValue(greatest, shownType);
-        jsonMin = jsonOfValue(least, shownType);
-    }
-
-    int type;
-    bool isNumber = false;
-    int length = 0;
-    QString max;
-    QString min;
-    QJsonValue jsonMax;
-    QJsonValue jsonMin;
-};
-
-/// Why the tag cannot hold the value; empty when it can.
-QString beyondLimits(TagSystem &tags, int id, const QVariant &value, const QString &text)
-{
-    const Limits limits(tags, id);
-    if (limits.type == label::TagAscii) {
-        const int size = value.toByteArray().size();
-        if (size <= limits.length)
-            return QString();
-        return QStringLiteral("the text has %1 bytes, the tag %2").arg(size).arg(limits.length);
-    }
-    // 64-bit values are within the limits when they can be read at all.
-    if (isWide(limits.type) || tags.isInTheRange(id, value))
-        return QString();
-    return QStringLiteral("%1 does not lie between %2 and %3").arg(text, limits.min, limits.max);
-}
-
-} // namespace
 
 ExitCode ProjectWorker::printLimits(Project &project) const
 {
@@ -79,7 +25,7 @@ ExitCode ProjectWorker::printLimits(Project &project) const
     table.addRow({QStringLiteral("id"), QStringLiteral("name"), QStringLiteral("data type"), QStringLiteral("least"),
                   QStringLiteral("greatest"), QStringLiteral("bytes of text")});
     for (const int id : qAsConst(ids)) {
-        const Limits limits(tags, id);
+        const TagLimits limits(tags, id);
         const QString name = tags.getTagNameById(id);
         const QString type = dataTypeName(tags, limits.type);
         const QString none = QStringLiteral("-");
@@ -140,7 +86,7 @@ ExitCode ProjectWorker::decode(Project &project, int id) const
     QByteArray bytes;
     if (!bytesOfHex(text, bytes))
         return refuse(tag, QStringLiteral("\"%1\" is no row of bytes in hexadecimal").arg(text));
-    const bool isText = type == label::TagAscii;
+    const bool isText = type == tagtype::Ascii;
     const int size = isText ? tags.getScaleByID(id) : tags.getDataSizeByType(type);
     if (bytes.isEmpty() || bytes.size() > size || (!isText && bytes.size() < size))
         return refuse(tag, QStringLiteral("%1 bytes are given, the tag has %2").arg(bytes.size()).arg(size));

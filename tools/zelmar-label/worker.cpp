@@ -5,10 +5,12 @@
 
 #include "device.h"
 #include "driverdatabase.h"
+#include "fault.h"
 
-#include "zelmar_label/label_table/addressdiagnosis.h"
+#include "zelmar_label/label_table/rowdescription_p.h"
 
 #include <QIODevice>
+#include <QJsonArray>
 
 namespace {
 
@@ -76,6 +78,8 @@ QString acceptedAsJson(const ResolvedAddress &address, const Content &content)
         .add("dataType", content.dataType)
         .add("register", textOrNull(content.registerAddress))
         .add("reason", QJsonValue())
+        .add("fault", QJsonValue())
+        .add("suggestions", QJsonArray())
         .text();
 }
 
@@ -95,6 +99,8 @@ QString refusedAsJson(const ResolvedAddress &address)
         .add("dataType", none)
         .add("register", none)
         .add("reason", address.reason)
+        .add("fault", faultAsJson(address))
+        .add("suggestions", QJsonArray::fromStringList(address.suggestions))
         .text();
 }
 
@@ -234,7 +240,7 @@ ExitCode Worker::checkAddresses(Device &device) const
             if (m_request.json)
                 m_streams.print(refusedAsJson(address));
             else
-                rows.append({QStringLiteral("refused"), text, address.reason});
+                rows.append({QStringLiteral("refused"), text, address.advice()});
             return;
         }
         anyAccepted = true;

@@ -7,6 +7,7 @@
 
 #include "zelmar_label/address_grammar/multiplerule.h"
 #include "zelmar_label/label_table/addressdiagnosis.h"
+#include "zelmar_label/label_table/rowdescription_p.h"
 
 #include <array>
 #include <limits>

@@ -153,6 +153,17 @@ public:
     /// True when a device address matches, or could after further typing. The same as a `matchedLength` that reaches
     /// the end of the text.
     bool canBeCompleted(const QString &deviceAddress) const;
+
+    /// How many characters of a device address, from its front, an address of the row could begin with; one more than
+    /// all of them when it matches as it stands, whatever its number.
+    int matchedFront(const QString &deviceAddress) const;
+
+    /// The most that `matchedFront` could give, told in nanoseconds.
+    int possibleFront(const QString &deviceAddress) const;
+
+    /// A device address that matches, with `digits` in the place of its number (on a bit row of the word); all else
+    /// stays. Empty when the pattern is not found in it. Whether the device has such an address is not asked.
+    QString withNumber(const QString &deviceAddress, const QString &digits) const;
     ///@}
 
     /// \name Rule

@@ -24,6 +24,29 @@ bool CommandFormatter::canBeCompleted(const QString &deviceAddress) const
     return m_pattern.exactMatch(deviceAddress) || m_pattern.matchedLength() >= deviceAddress.size();
 }
 
+int CommandFormatter::matchedFront(const QString &deviceAddress) const
+{
+    return m_pattern.exactMatch(deviceAddress) ? deviceAddress.size() + 1 : qMax(0, m_pattern.matchedLength());
+}
+
+int CommandFormatter::possibleFront(const QString &deviceAddress) const
+{
+    const int front = m_patternPrefix->possibleFront(deviceAddress);
+    return front < deviceAddress.size() ? front : deviceAddress.size() + 1;
+}
+
+QString CommandFormatter::withNumber(const QString &deviceAddress, const QString &digits) const
+{
+    if (m_pattern.indexIn(deviceAddress) < 0)
+        return QString();
+    const int position = m_pattern.pos(m_addressGroupIndex);
+    if (position < 0)
+        return QString();
+    const QString range = m_pattern.cap(m_addressGroupIndex);
+    const int bitSize = m_type == CommunicatorCommand::Bit ? m_multipleRule.bitTail(range).size() : 0;
+    return deviceAddress.left(position) + digits + deviceAddress.mid(position + range.size() - bitSize);
+}
+
 QString CommandFormatter::getRangeString(const QString &address) const
 {
     return m_pattern.indexIn(address) < 0 ? QString() : m_pattern.cap(m_addressGroupIndex);

@@ -208,6 +208,14 @@ QString MultipleRule::bitPart(const QString &range) const
     return second < 0 ? range.mid(begin) : range.mid(begin, second - begin);
 }
 
+QString MultipleRule::bitTail(const QString &range) const
+{
+    if (isLastDigits())
+        return range.right(lastDigits());
+    const int separator = m_separator == Separator::Text ? range.toLower().indexOf(m_splitString) : -1;
+    return separator < 0 ? QString() : range.mid(separator);
+}
+
 int MultipleRule::bitOffset(const QString &range) const
 {
     if (m_readRadix < 0)

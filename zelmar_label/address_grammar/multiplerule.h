@@ -42,6 +42,10 @@ public:
     /// or the last characters for "last1" and "last2". Empty when there is none.
     QString bitPart(const QString &range) const;
 
+    /// What stands behind the word of a range string: separator and bit; empty on a rule that is not split, and where
+    /// the separator is missing.
+    QString bitTail(const QString &range) const;
+
     /// The bit position that a split rule reads in a range string, from 0; -1 when the bit part is no number or the
     /// radix word is unknown. "fam3" counts bits from 1, so that its first bit is 0.
     int bitOffset(const QString &range) const;

@@ -239,12 +239,17 @@ PatternPrefix::PatternPrefix(const QString &pattern)
 
 bool PatternPrefix::rulesOutCompletion(const QString &text) const
 {
+    return possibleFront(text) < text.size();
+}
+
+int PatternPrefix::possibleFront(const QString &text) const
+{
     const int known = qMin(text.size(), static_cast<int>(m_positions.size()));
     for (int i = 0; i < known; ++i) {
         if (!m_positions[static_cast<size_t>(i)].contains(text.at(i)))
-            return true;
+            return i;
     }
-    return false;
+    return text.size();
 }
 
 } // namespace label

@@ -30,6 +30,9 @@ public:
     /// True when no text that begins with `text` can match.
     bool rulesOutCompletion(const QString &text) const;
 
+    /// The most leading characters of `text` that an address could begin with: as far as nothing is ruled out.
+    int possibleFront(const QString &text) const;
+
     /// Number of leading characters that are known.
     int size() const { return static_cast<int>(m_positions.size()); }
 

@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: the zelmar_label authors
 // SPDX-License-Identifier: MIT
 
+#include "zelmar_label/label_store/customtables.h"
 #include "zelmar_label/label_store/labelcache_p.h"
 #include "zelmar_label/label_store/labelconnection_p.h"
 #include "zelmar_label/label_store/labelstore.h"
@@ -61,24 +62,9 @@ void loadCustomLabelUse(CustomLabelUse &use)
     }
 }
 
-struct CustomTables
+bool createGeneralTable(QSqlQuery &query, const QString &name, const CustomTables &tables)
 {
-    explicit CustomTables(QString driver)
-    {
-        driver.replace(QLatin1Char(' '), QLatin1Char('_'));
-        general = driver + QLatin1String("_general_table");
-        device = driver + QLatin1String("_types_table");
-    }
-
-    QString general;
-    QString device;
-};
-
-bool createGeneralTable(QSqlQuery &query, const QString &name, const QString &table)
-{
-    if (!query.exec(QStringLiteral("CREATE TABLE %1 (driver_name TEXT, block_size NUMBER, bit_block_size NUMBER, "
-                                   "support_actions TEXT)")
-                        .arg(table)))
+    if (!query.exec(tables.createGeneral()))
         return false;
     QString ignored;
     LabelInterface *defaultLabel = createLabel(name, ignored);
@@ -86,17 +72,8 @@ bool createGeneralTable(QSqlQuery &query, const QString &name, const QString &ta
         return false;
     return query.exec(QStringLiteral("INSERT INTO %1 (driver_name, block_size, bit_block_size, support_actions) VALUES "
                                      "('%2', %3, %4, '')")
-                          .arg(table, name, QString::number(defaultLabel->getBlockCommandMaxSize()),
+                          .arg(tables.general, name, QString::number(defaultLabel->getBlockCommandMaxSize()),
                                QString::number(defaultLabel->getBitCommandMaxSize())));
-}
-
-bool createDeviceTable(QSqlQuery &query, const QString &table)
-{
-    return query.exec(QStringLiteral("CREATE TABLE %1 (pattern TEXT, type NUMBER, start NUMBER, end NUMBER, "
-                                     "address_group_index NUMBER, description TEXT, prefix_symbol TEXT, data_size "
-                                     "NUMBER, catch_table TEXT, multiple_rule TEXT, base NUMBER, blocksize NUMBER, "
-                                     "label_index NUMBER)")
-                          .arg(table));
 }
 
 bool indexTables(QSqlQuery &query, const QString &name, const CustomTables &tables)
@@ -130,8 +107,7 @@ bool createCustomDatabaseConnection(QSqlDatabase &db)
     if (!openLabelDatabase(db, connectionName()))
         return false;
     if (!hasTable(db, QStringLiteral("table_index")))
-        QSqlQuery(db).exec(
-            QStringLiteral("CREATE TABLE table_index(name TEXT, general_table TEXT, device_table TEXT)"));
+        QSqlQuery(db).exec(CustomTables::createIndex());
     return true;
 }
 
@@ -151,9 +127,9 @@ bool setupCustomLabel(const QString &name)
         return failedAt(operation, __LINE__);
     const CustomTables tables(name);
     QSqlQuery query(db);
-    if (!hasTable(db, tables.general) && !createGeneralTable(query, name, tables.general))
+    if (!hasTable(db, tables.general) && !createGeneralTable(query, name, tables))
         return failedAt(operation, __LINE__);
-    if (!hasTable(db, tables.device) && !createDeviceTable(query, tables.device))
+    if (!hasTable(db, tables.device) && !query.exec(tables.createDevice()))
         return failedAt(operation, __LINE__);
     if (!indexTables(query, name, tables))
         return failedAt(operation, __LINE__);

@@ -138,6 +138,15 @@ bool DF1Creator::create(const QString &address, DynamicLabelItem &item)
     return false;
 }
 
+bool DF1Creator::foresee(const QString &address, DynamicLabelItem &item)
+{
+    const QString lastTimer = timerBitPattern.cap(0);
+    const bool isRecognised = create(address, item);
+    // The expression takes whole addresses, so that what it found last it finds again, and nothing in nothing.
+    timerBitPattern.indexIn(lastTimer);
+    return isRecognised;
+}
+
 Fx5uEthCreator::Fx5uEthCreator()
     : modulePattern(expression("^U(\\d+)\\\\G(\\d+)$"))
 {

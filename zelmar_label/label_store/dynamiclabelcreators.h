@@ -4,7 +4,7 @@
 #ifndef ZELMAR_LABEL_DYNAMICLABELCREATORS_H
 #define ZELMAR_LABEL_DYNAMICLABELCREATORS_H
 
-#include "zelmar_label/label_table/dynamiclabelcreatorinterface.h"
+#include "zelmar_label/label_table/dynamicmember_p.h"
 
 #include <QRegExp>
 #include <QString>
@@ -38,11 +38,12 @@ private:
 
 /// The data files 9 to 255: N9:5, N9:5/15, F9:5, B9:5, T9:5.ACC, T9:5/DN, C9:5.PRE, C9:5/CU and their like. Files below
 /// 9 are fixed rows of the drivers' tables.
-class DF1Creator : public DynamicLabelCreatorInterface
+class DF1Creator : public DynamicLabelCreatorInterface, public DiscreetCreator
 {
 public:
     DF1Creator();
     bool create(const QString &address, DynamicLabelItem &item) override;
+    bool foresee(const QString &address, DynamicLabelItem &item) override;
 
 private:
     QRegExp wordPattern;

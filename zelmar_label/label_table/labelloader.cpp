@@ -3,7 +3,7 @@
 
 #include "zelmar_label/label_table/labelloader.h"
 
-#include "zelmar_label/label_table/dynamiclabelcreatorinterface.h"
+#include "zelmar_label/label_table/dynamicmember_p.h"
 #include "zelmar_label/label_table/releasestorage_p.h"
 
 #include <utility>
@@ -115,17 +115,40 @@ int LabelLoader::addressValidation(const QString &address, int type)
 int LabelLoader::addDynamicRow(const QString &address)
 {
     DynamicLabelItem item;
-    if (!m_creator || !m_creator->create(address, item))
+    const std::optional<DynamicMember> member = memberOf(m_creator && m_creator->create(address, item), item);
+    if (!member)
         return -1;
-    const int templateIndex = deviceTypes.getFormatterIndexByPattern(item.basePattern);
+    CommandFormatter row = deviceTypes.getFormatterAtIndex(member->templateIndex);
+    member->shape(row);
+    deviceTypes.addCommandFormatter(std::move(row));
+    return deviceTypes.countFormatters() - 1;
+}
+
+std::optional<DynamicMember> LabelLoader::foreseenMember(const QString &address) const
+{
+    DynamicLabelItem item;
+    return memberOf(m_creator && foresee(*m_creator, address, item), item);
+}
+
+std::optional<DynamicMember> LabelLoader::memberOf(bool isRecognised, const DynamicLabelItem &item) const
+{
+    const int templateIndex = isRecognised ? deviceTypes.getFormatterIndexByPattern(item.basePattern) : -1;
     if (templateIndex < 0)
-        return -1;
-    CommandFormatter row = deviceTypes.getFormatterAtIndex(templateIndex);
+        return std::nullopt;
+    return DynamicMember{templateIndex, item};
+}
+
+void DynamicMember::shape(CommandFormatter &row) const
+{
     row.setEditorPrefixSymbol(row.prefixSymbol());
     row.setPattern(item.pattern);
     row.setPrefixSymbol(item.prefixSymbol);
-    deviceTypes.addCommandFormatter(std::move(row));
-    return deviceTypes.countFormatters() - 1;
+}
+
+bool foresee(DynamicLabelCreatorInterface &creator, const QString &address, DynamicLabelItem &item)
+{
+    auto *const discreet = dynamic_cast<DiscreetCreator *>(&creator);
+    return discreet ? discreet->foresee(address, item) : creator.create(address, item);
 }
 
 QList<int> LabelLoader::getAllMatchedIndex(const QString &address, int type)

@@ -8,9 +8,13 @@
 #include "zelmar_label/label_table/labelinterface.h"
 #include "zelmar_label/zelmar_label_export.h"
 
+#include <optional>
+
 namespace label {
 
 class DynamicLabelCreatorInterface;
+struct DynamicLabelItem;
+struct DynamicMember;
 
 /// A label over one device table, which a creator may extend while it is in use.
 ///
@@ -97,10 +101,16 @@ public:
 
 private:
     Q_DISABLE_COPY(LabelLoader)
+    friend class AddressJudge;
 
     /// Appends the row for an address of a dynamic family and gives its type index; -1 when the creator refuses the
     /// address or the table has no template for it.
     int addDynamicRow(const QString &address);
+
+    /// What `addDynamicRow` would make a row of, without adding it, and without a trace in the creator.
+    std::optional<DynamicMember> foreseenMember(const QString &address) const;
+
+    std::optional<DynamicMember> memberOf(bool isRecognised, const DynamicLabelItem &item) const;
 
     CommandInformationTalbe deviceTypes;
     int maxBlockSize = 0;

@@ -4,27 +4,22 @@
 <context>
     <name>AddMultipleTagsPanel</name>
     <message>
-        <location filename="../widgets/addmultipletagspanelform.cpp" line="+87"/>
         <source>Add Multiple Tags Panel</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <location line="+5"/>
         <source>Add Multiple Tags</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <location line="+4"/>
         <source>Sequential:</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <location line="+4"/>
         <source>Same as PLC address:</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <location line="+5"/>
         <source>&lt;html&gt;&lt;head&gt;&lt;meta name=&quot;qrichtext&quot; content=&quot;1&quot; /&gt;&lt;style type=&quot;text/css&quot;&gt;
 p, li { white-space: pre-wrap; }
 &lt;/style&gt;&lt;/head&gt;&lt;body style=&quot; font-family:&apos;PMingLiU&apos;; font-size:11pt; font-weight:400; font-style:normal;&quot;&gt;
@@ -32,70 +27,290 @@ p, li { white-space: pre-wrap; }
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <location line="+13"/>
         <source>Prefix: </source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <location line="+1"/>
         <source>T</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <location line="+1"/>
         <source>Suffix: </source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <location line="+7"/>
         <source>Decimal Points: </source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <location line="+2"/>
         <source>Start at: </source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <location line="+6"/>
         <source>Address Increment: </source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <location line="+2"/>
         <source>Total Tags: </source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>AddressDiagnosis</name>
+    <message>
+        <source>%1, yet labels take it unchecked</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>the address is empty</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>the station number in front of &quot;-&quot; is missing</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>the station &quot;%1&quot; is no decimal number</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>bit %1 is beyond the last bit of %2, %3</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 is a bit itself; the address ends before position %2</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>the bits of %1 cannot be addressed; the address ends before position %2</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 expects %2 at position %3, where the address ends</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 expects %2 at position %3, not &quot;%4&quot;</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>no format begins with &quot;%1&quot;</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>no bit format begins with &quot;%1&quot;</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>no register format begins with &quot;%1&quot;</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; at position %2 should be &quot;%3&quot;: letter case counts</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>there is a blank at position %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>the letter &quot;%1&quot; at position %2 should be the digit %3</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>the digit %1 at position %2 should be the letter &quot;%3&quot;</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; at position %2 only looks like &quot;%3&quot;</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 at position %2 is no octal digit; the numbers of %3 are octal</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 at position %2 is no digit of radix %4, in which the numbers of %3 are written</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is missing at position %2</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; at position %2 should be &quot;%3&quot;</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>number %1 is above %2&apos;s last, %3</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>number %1 is below %2&apos;s first, %3</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>number %1 is too long; %2&apos;s last is %3</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>the limits of %1 in the driver database, &quot;%2&quot; and &quot;%3&quot;, are no numbers of its radix</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 has no number %2</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>number %1 is not aligned as %2 demands</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 plus %2</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>number %1 is not a multiple of %2</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>number %1 is not a multiple of %2; %3 is</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>number %1 is not a multiple of %2; %3 and %4 are</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is the name of a family of formats and no address; the family is %2</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 is new, and is recognised only without a station in front</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>no format of the %1 family takes &quot;%2&quot;</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>no format of the %1 family takes &quot;%2&quot;; one is %3</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>the %1 family ends at %2 where &quot;%3&quot; has %4</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>the %1 family begins at %2 where &quot;%3&quot; has %4</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 is a bit, not a register</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 is a byte, not a bit</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 is a word, not a bit</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 is a double word, not a bit</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 is a quad word, not a bit</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 is a text, not a bit</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 is a register, not a bit</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>the format</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 (octal)</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 (hexadecimal)</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 (radix %2)</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>any character</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>one of &quot;%1&quot;</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot;</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>the end of the address</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>a hexadecimal digit</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>a digit</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>a digit from 0 to %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1, %2</source>
+        <comment>all but the last of a list of alternatives</comment>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 or %2</source>
+        <comment>the last of a list of alternatives</comment>
         <translation type="unfinished"></translation>
     </message>
 </context>
 <context>
     <name>AddressPicker</name>
     <message>
-        <location filename="../widgets/addresspicker.cpp" line="+224"/>
         <source>No matched type!</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <location filename="../widgets/addresspickerform.cpp" line="+27"/>
         <source>Form</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <location line="+21"/>
         <source>Matched Format:</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <location line="+14"/>
         <source>Data Type</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <location line="+7"/>
         <source>Station Number</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <location line="+7"/>
         <source>Length</source>
         <translation type="unfinished"></translation>
     </message>
@@ -103,12 +318,10 @@ p, li { white-space: pre-wrap; }
 <context>
     <name>SimpleAddressPicker</name>
     <message>
-        <location filename="../widgets/simpleaddresspicker.cpp" line="+78"/>
         <source>Form</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <location line="+9"/>
         <source>...</source>
         <translation type="unfinished"></translation>
     </message>
@@ -116,139 +329,106 @@ p, li { white-space: pre-wrap; }
 <context>
     <name>TagSystem</name>
     <message>
-        <location filename="../tag_store/tagsystem.cpp" line="+81"/>
         <source>Tag Error</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <location line="+0"/>
         <source>Current project point is null!</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <location line="+19"/>
-        <location line="+8"/>
         <source>Database Error</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <location line="-7"/>
         <source>TagSystem::init() tag database not exist </source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <location line="+7"/>
         <source>Unable to open default Tag database.</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <location line="+22"/>
-        <location line="+8"/>
-        <location filename="../tag_store/tagsystem_table.cpp" line="+70"/>
-        <location line="+10"/>
-        <location filename="../tag_store/tagsystem_writing.cpp" line="+61"/>
-        <location line="+11"/>
         <source>Error</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <location line="-8"/>
         <source>Unable to open Tag database.</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <location line="+9"/>
         <source>Unable to create Tag database file. Please check for free space in the disk.</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <location filename="../tag_store/tagsystem_table.cpp" line="-10"/>
         <source>Unable to open database.</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <location line="+35"/>
         <source>Read Database error</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <location filename="../tag_store/tagsystem_writing.cpp" line="-11"/>
-        <location line="+11"/>
         <source>Insert tag error.</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <location line="+25"/>
         <source>Modify tag error</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <location filename="../tag_values/tagsystem_limits.cpp" line="+63"/>
         <source>Bit</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <location line="+0"/>
         <source>INT(8)</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <location line="+0"/>
         <source>UINT(8)</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <location line="+0"/>
         <source>INT(16)</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <location line="+0"/>
         <source>UINT(16)</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <location line="+0"/>
         <source>INT(32)</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <location line="+1"/>
         <source>UINT(32)</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <location line="+0"/>
         <source>FLOAT</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <location line="+0"/>
         <source>Ascii</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <location line="+0"/>
         <source>DOUBLE</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <location line="+0"/>
         <source>INT(64</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <location line="+0"/>
         <source>UINT(64)</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <location line="+10"/>
         <source>Write Only</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <location line="+0"/>
         <source>Read/Write</source>
         <translation type="unfinished"></translation>
     </message>

@@ -1,0 +1,526 @@
+// SPDX-FileCopyrightText: the zelmar_label authors
+// SPDX-License-Identifier: MIT
+
+#include "lintfixtures.h"
+#include "support/labelfixtures.h"
+#include "support/logrecorder.h"
+
+#include <QSqlDatabase>
+#include <QSqlError>
+#include <QSqlQuery>
+#include <QTemporaryDir>
+#include <QTest>
+
+namespace {
+
+constexpr int noLine = 0;
+
+/// Two registers' worth of a driver that has no fault: D, and the bits of D.
+DriverText goodDriver()
+{
+    DriverText driver;
+    driver.source = QStringLiteral("good.tsv");
+    driver.stem = QStringLiteral("good");
+    driver.name = QStringLiteral("Good");
+    driver.nameLine = 1;
+    driver.headerLine = 4;
+    driver.blockSize = QStringLiteral("64");
+    driver.bitBlockSize = QStringLiteral("256");
+    driver.columns = driverColumns();
+    const QStringList rows = {QStringLiteral("(D)(0*\\d{1,4}\\.(?:1[0-5]|0?\\d))|0|2|Dn.b: bit of a register, e.g. "
+                                             "D7.5|D|0|9999|2|dot-dec:r||10|256|N"),
+                              QStringLiteral("(D)(0*\\d{1,4})|2|2|D: register, e.g. D7|D|0|9999|2|||10|64|N"),
+                              QStringLiteral("(M)(0*\\d{1,4})|0|2|M: relay, e.g. M7|M|0|9999|1|union-dec:n||10|256|N")};
+    for (const QString &text : rows) {
+        DriverRow row;
+        row.line = 5 + driver.rows.size();
+        row.fields = text.split(QLatin1Char('|'));
+        // The separator stands in a pattern, too.
+        if (row.fields.size() > 13)
+            row.fields = QStringList{row.fields.at(0) + QLatin1Char('|') + row.fields.at(1)} + row.fields.mid(2);
+        driver.rows.append(row);
+    }
+    return driver;
+}
+
+DriverSample accepted(const QString &address, const QString &symbol, int number, int bit, int step, const QString &next,
+                      const QString &registerAddress = QString())
+{
+    DriverSample sample;
+    sample.file = QStringLiteral("samples/good.tsv");
+    sample.line = 3;
+    sample.isAccepted = true;
+    sample.address = address;
+    sample.symbol = symbol;
+    sample.number = number;
+    sample.bit = bit;
+    sample.step = step;
+    sample.next = next;
+    sample.registerAddress = registerAddress;
+    return sample;
+}
+
+QList<DriverSample> goodSamples()
+{
+    DriverSample refused;
+    refused.address = QStringLiteral("D10000");
+    return {
+        accepted(QStringLiteral("D0.15"), QStringLiteral("D"), 0, 15, 0, QStringLiteral("D1.0"), QStringLiteral("D0")),
+        accepted(QStringLiteral("D9999"), QStringLiteral("D"), 9999, -1, 2, QString()),
+        accepted(QStringLiteral("M7"), QStringLiteral("M"), 7, 0, 0, QStringLiteral("M8")), refused};
+}
+
+QList<LintFinding> lint(const DriverText &driver, const QList<DriverSample> &samples = {})
+{
+    const LogRecorder silence;
+    DriverLinter linter;
+    linter.add(driver, samples);
+    return linter.findings();
+}
+
+QStringList ids(const QList<LintFinding> &findings)
+{
+    QStringList found;
+    for (const LintFinding &finding : findings)
+        found.append(QStringLiteral("%1:%2").arg(finding.row).arg(finding.id));
+    return found;
+}
+
+/// A change of a field, and the findings of it, in order: "row:id".
+struct Change
+{
+    const char *name;
+    int row;
+    const char *column;
+    const char *text;
+    const char *found;
+};
+
+const Change changes[] = {
+    {"an end that the digits do not reach", 2, "end", "10000", "3:limit-unreached"},
+    {"a start that the pattern leaves out", 2, "pattern", "(M)(0*[1-9]\\d{0,3})", "3:limit-unreached"},
+    {"an end in front of the last bit", 0, "end", "7", "1:bits-cut"},
+    {"a start behind the first bit", 0, "start", "1", "1:bits-cut"},
+    {"digits without a bound", 1, "pattern", "(D)(\\d+)", "2:digits-unbounded"},
+    {"a block larger than a read", 1, "blocksize", "65", "2:block-above-limit"},
+    {"a block of bits larger than a read", 0, "blocksize", "257", "1:block-above-limit"},
+    {"a pattern without numbers of the range", 1, "pattern", "(D)(7\\d{4})", "1:register-missing 2:example-refused"},
+    {"a plain name where no family is", 1, "pattern", "REGISTER", "1:register-missing 2:family-unknown"},
+    {"a description that stands twice", 1, "description", "M: relay, e.g. M7",
+     "2:example-refused 3:doubled-description"},
+    {"a group inside an alternative", 2, "pattern", "(M)(?:X|(0*\\d{1,4}))", "3:group-optional"},
+    {"a group that may be repeated not at all", 2, "pattern", "(M)(0*\\d{1,4}){0,1}", "3:group-optional"},
+    {"a part beside the group may be left out", 2, "pattern", "(M?M)(0*\\d{1,4})", ""},
+    {"a hexadecimal bit behind a decimal rule", 0, "pattern", "(D)(0*\\d{1,4}\\.[0-9A-F])", "1:bit-radix"},
+    {"a bit beyond the word", 0, "pattern", "(D)(0*\\d{1,4}\\.\\d{1,2})", "1:bit-radix"},
+    {"fewer bits than the rule steps to", 0, "pattern", "(D)(0*\\d{1,4}\\.[0-7])", "1:bit-radix"},
+    {"bits of double words", 0, "multiple_rule", "dot-31:r", "1:bit-radix"},
+    {"bits to 15 by another word", 0, "multiple_rule", "dot-15:r", ""},
+    {"a register of another symbol", 0, "multiple_rule", "dot-dec:r_M", "1:register-missing"},
+    {"a one-part bit whose register has no number", 2, "multiple_rule", "union-dec:r", "3:rule-word"},
+    {"a unit that is too small for the bits", 1, "data_size", "1", "1:register-narrow"},
+    {"a continue rule in words", 1, "continue", "yes", "2:continue"},
+    {"a rule for wide text", 1, "multiple_rule", "n", ""},
+    {"an end that is above any number", 2, "end", "2147483648", "3:limit-not-number"},
+    {"octal limits in decimal", 2, "base", "8", "3:limit-not-number"},
+    {"an end in upper case hexadecimal digits", 2, "base", "16", ""},
+    {"an aligned row", 1, "multiple_rule", "m16", "1:register-missing 2:example-refused"},
+    {"a description without an example", 1, "description", "D: register", ""},
+    {"an example that is none", 1, "description", "D: register, e.g. of a robot", ""},
+    {"no symbol", 2, "prefix_symbol", "", ""},
+};
+
+} // namespace
+
+class TestDriverLinter : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void initTestCase() { bringScriptsHere(); }
+    void goodDriverHasNoFindings();
+    void changeIsFound_data();
+    void changeIsFound();
+    void settingIsFound_data();
+    void settingIsFound();
+    void wrongSampleIsFound_data();
+    void wrongSampleIsFound();
+    void rowWithoutSampleIsAWarning();
+    void bitAndRegisterMayBeWrittenAlike();
+    void doubledPatternIsFound();
+    void doubledTablesAreFound();
+    void shadowedRowShowsAnAddress();
+    void findingTellsItsPlace();
+    void fileIsReadWithItsSamples_data();
+    void fileIsReadWithItsSamples();
+    void badFileIsNotExamined();
+    void badSampleFileIsTold();
+    void databaseIsRead();
+    void foreignDatabaseIsJudged_data();
+    void foreignDatabaseIsJudged();
+};
+
+void TestDriverLinter::goodDriverHasNoFindings()
+{
+    const QList<LintFinding> findings = lint(goodDriver(), goodSamples());
+    QVERIFY2(findings.isEmpty(), told(findings).constData());
+    QVERIFY(!hasErrors(findings));
+}
+
+void TestDriverLinter::changeIsFound_data()
+{
+    QTest::addColumn<int>("place");
+    int place = 0;
+    for (const Change &change : changes)
+        QTest::newRow(change.name) << place++;
+}
+
+void TestDriverLinter::changeIsFound()
+{
+    QFETCH(int, place);
+    const Change &change = changes[place];
+    DriverText driver = goodDriver();
+    setField(driver, change.row, QLatin1String(change.column), QString(QLatin1String(change.text)));
+    const QList<LintFinding> findings = lint(driver);
+    QVERIFY2(ids(findings).join(QLatin1Char(' ')) == QLatin1String(change.found), told(findings).constData());
+}
+
+void TestDriverLinter::settingIsFound_data()
+{
+    QTest::addColumn<QString>("name");
+    QTest::addColumn<QString>("blockSize");
+    QTest::addColumn<QString>("found");
+    QTest::newRow("no name") << QString() << QStringLiteral("64") << QStringLiteral("0:bad-value");
+    QTest::newRow("an apostrophe in the name")
+        << QStringLiteral("Joe's") << QStringLiteral("64") << QStringLiteral("0:driver-name");
+    QTest::newRow("blocks of nothing") << QStringLiteral("D") << QStringLiteral("0")
+                                       << QStringLiteral("0:driver-limit");
+    QTest::newRow("no block size") << QStringLiteral("D") << QString() << QStringLiteral("0:bad-value");
+    QTest::newRow("a block size in words")
+        << QStringLiteral("D") << QStringLiteral("many") << QStringLiteral("0:bad-value");
+}
+
+void TestDriverLinter::settingIsFound()
+{
+    QFETCH(QString, name);
+    QFETCH(QString, blockSize);
+    QFETCH(QString, found);
+    DriverText driver = goodDriver();
+    driver.name = name;
+    driver.blockSize = blockSize;
+    const QList<LintFinding> findings = lint(driver);
+    QVERIFY2(ids(findings).join(QLatin1Char(' ')) == found, told(findings).constData());
+}
+
+void TestDriverLinter::wrongSampleIsFound_data()
+{
+    QTest::addColumn<int>("kind");
+    QTest::addColumn<QString>("found");
+    QTest::addColumn<QString>("column");
+    QTest::newRow("an address that is refused") << 0 << QStringLiteral("1:sample-refused") << QStringLiteral("pattern");
+    QTest::newRow("an address that is accepted")
+        << 1 << QStringLiteral("1:sample-accepted") << QStringLiteral("pattern");
+    QTest::newRow("another symbol") << 2 << QStringLiteral("1:sample-symbol") << QStringLiteral("prefix_symbol");
+    QTest::newRow("another number") << 3 << QStringLiteral("1:sample-number") << QStringLiteral("address_group_index");
+    QTest::newRow("another bit") << 4 << QStringLiteral("1:sample-bit") << QStringLiteral("multiple_rule");
+    QTest::newRow("another neighbour") << 5 << QStringLiteral("1:sample-next") << QStringLiteral("multiple_rule");
+    QTest::newRow("another register") << 6 << QStringLiteral("1:sample-register") << QStringLiteral("multiple_rule");
+    QTest::newRow("no neighbour") << 7 << QStringLiteral("1:sample-next") << QStringLiteral("multiple_rule");
+}
+
+void TestDriverLinter::wrongSampleIsFound()
+{
+    QFETCH(int, kind);
+    QFETCH(QString, found);
+    QFETCH(QString, column);
+    QList<DriverSample> samples = goodSamples();
+    DriverSample sample = samples.first();
+    switch (kind) {
+    case 0:
+        sample.address = QStringLiteral("D0.16");
+        break;
+    case 1:
+        sample.isAccepted = false;
+        break;
+    case 2:
+        sample.symbol = QStringLiteral("E");
+        break;
+    case 3:
+        sample.number = 1;
+        break;
+    case 4:
+        sample.bit = 14;
+        break;
+    case 5:
+        sample.next = QStringLiteral("D0.16");
+        break;
+    case 6:
+        sample.registerAddress = QStringLiteral("D1");
+        break;
+    default:
+        sample.next.clear();
+        break;
+    }
+    samples.append(sample);
+    const QList<LintFinding> findings = lint(goodDriver(), samples);
+    QVERIFY2(ids(findings).join(QLatin1Char(' ')) == found, told(findings).constData());
+    QCOMPARE(findings.first().column, column);
+    QCOMPARE(findings.first().source, QStringLiteral("samples/good.tsv"));
+    QCOMPARE(findings.first().line, 3);
+    QVERIFY(findings.first().isError());
+}
+
+void TestDriverLinter::rowWithoutSampleIsAWarning()
+{
+    const QList<LintFinding> findings = lint(goodDriver(), goodSamples().mid(1));
+    QCOMPARE(ids(findings), QStringList(QStringLiteral("1:no-sample")));
+    QVERIFY(!findings.first().isError());
+    QVERIFY(!hasErrors(findings));
+}
+
+void TestDriverLinter::bitAndRegisterMayBeWrittenAlike()
+{
+    DriverText driver = goodDriver();
+    DriverRow row = driver.rows.at(2);
+    driver.rows.append(row);
+    setField(driver, 3, QStringLiteral("type"), QStringLiteral("2"));
+    setField(driver, 3, QStringLiteral("multiple_rule"), QString());
+    setField(driver, 3, QStringLiteral("blocksize"), QStringLiteral("64"));
+    setField(driver, 3, QStringLiteral("description"), QStringLiteral("M: value"));
+    const QList<LintFinding> findings = lint(driver);
+    QVERIFY2(findings.isEmpty(), told(findings).constData());
+}
+
+void TestDriverLinter::doubledPatternIsFound()
+{
+    DriverText driver = goodDriver();
+    driver.rows.append(driver.rows.at(2));
+    setField(driver, 3, QStringLiteral("description"), QStringLiteral("M: again"));
+    const QList<LintFinding> findings = lint(driver);
+    QCOMPARE(ids(findings), QStringList(QStringLiteral("4:doubled-pattern")));
+    QCOMPARE(findings.first().what, QStringLiteral("the pattern stands already in line 7"));
+}
+
+void TestDriverLinter::doubledTablesAreFound()
+{
+    const LogRecorder silence;
+    DriverText other = goodDriver();
+    other.name = QStringLiteral("Other");
+    DriverLinter linter;
+    linter.add(goodDriver());
+    linter.add(other);
+    QCOMPARE(ids(linter.findings()), QStringList(QStringLiteral("0:doubled-table")));
+}
+
+void TestDriverLinter::shadowedRowShowsAnAddress()
+{
+    DriverText driver = goodDriver();
+    driver.rows.append(driver.rows.at(1));
+    setField(driver, 3, QStringLiteral("pattern"), QStringLiteral("(D)(0*[1-9]\\d{0,3})"));
+    setField(driver, 3, QStringLiteral("description"), QStringLiteral("D: again"));
+    setField(driver, 3, QStringLiteral("start"), QStringLiteral("1"));
+    const QList<LintFinding> findings = lint(driver);
+    QCOMPARE(ids(findings), QStringList(QStringLiteral("4:row-shadowed")));
+    QRegExp expected(
+        QStringLiteral("the row is never found: D\\d+ and all others of its addresses belong to D \\(line 6\\)"));
+    QVERIFY2(expected.exactMatch(findings.first().what), qPrintable(findings.first().what));
+}
+
+void TestDriverLinter::findingTellsItsPlace()
+{
+    DriverText driver = goodDriver();
+    setField(driver, 1, QStringLiteral("blocksize"), QStringLiteral("0"));
+    QCOMPARE(lint(driver).first().toString(),
+             QStringLiteral("good.tsv:6: error: 'blocksize' is 0: at least one unit has to fit into a block; give the "
+                            "most units of one block, at least 1; with less no block can be read [block-size]"));
+    for (DriverRow &row : driver.rows)
+        row.line = noLine;
+    driver.nameLine = noLine;
+    driver.source = QStringLiteral("drivers.db");
+    const QString text = lint(driver).first().toString();
+    QVERIFY2(text.startsWith(QLatin1String("drivers.db: driver 'Good', row 2 '(D)(0*\\d{1,4})': error: 'blocksize'")),
+             qPrintable(text));
+    driver.bitBlockSize = QStringLiteral("0");
+    QVERIFY2(lint(driver).first().toString().startsWith(QLatin1String("drivers.db: driver 'Good': error: ")),
+             qPrintable(lint(driver).first().toString()));
+}
+
+namespace {
+
+void writeFile(const QString &path, const QByteArray &text)
+{
+    QDir().mkpath(QFileInfo(path).path());
+    QFile file(path);
+    if (!file.open(QIODevice::WriteOnly) || file.write(text) != text.size())
+        qFatal("cannot write %s", qPrintable(path));
+}
+
+QByteArray sampleText()
+{
+    return "verdict\taddress\tfilter\tsymbol\tnumber\tbit\tstep\tnext\tregister\n"
+           "# and a comment\n"
+           "accept\tD0.15\tbit\tD\t0\t15\tbit\tD1.0\tD0\n"
+           "accept\tD1\tregister\tD\t1\t-1\tdword\tD3\t-\n"
+           "accept\tM1\tany\tM\t1\t0\tbit\tM2\t-\n"
+           "refuse\tX1\tany\t-\t-\t-\t-\t-\t-\n";
+}
+
+} // namespace
+
+void TestDriverLinter::fileIsReadWithItsSamples_data()
+{
+    QTest::addColumn<QString>("samples");
+    QTest::addColumn<QString>("sampleFolder");
+    QTest::addColumn<int>("count");
+    QTest::newRow("no samples") << QStringLiteral("else/other.tsv") << QString() << 0;
+    QTest::newRow("samples in their folder") << QStringLiteral("samples/good.tsv") << QString() << 4;
+    QTest::newRow("samples beside the file") << QStringLiteral("good.samples.tsv") << QString() << 4;
+    QTest::newRow("samples in a folder that is named")
+        << QStringLiteral("else/good.tsv") << QStringLiteral("else") << 4;
+}
+
+void TestDriverLinter::fileIsReadWithItsSamples()
+{
+    QFETCH(QString, samples);
+    QFETCH(QString, sampleFolder);
+    QFETCH(int, count);
+    const LogRecorder silence;
+    const QTemporaryDir folder;
+    const QString path = folder.filePath(QStringLiteral("good.tsv"));
+    writeFile(path, driverFileText(goodDriver()));
+    writeFile(folder.filePath(samples), sampleText());
+    DriverLinter linter;
+
+    linter.addFile(path, sampleFolder.isEmpty() ? QString() : folder.filePath(sampleFolder));
+
+    const QList<LintFinding> findings = linter.findings();
+    QVERIFY2(findings.isEmpty(), told(findings).constData());
+    QCOMPARE(linter.countSamples(), count);
+    QCOMPARE(linter.drivers().size(), 1);
+}
+
+void TestDriverLinter::badFileIsNotExamined()
+{
+    const QTemporaryDir folder;
+    const QString path = folder.filePath(QStringLiteral("bad.tsv"));
+    DriverText driver = goodDriver();
+    setField(driver, 0, QStringLiteral("end"), QString());
+    setField(driver, 1, QStringLiteral("start"), QStringLiteral("10000"));
+    writeFile(path, driverFileText(driver));
+    DriverLinter linter;
+    linter.addFile(path);
+    const QList<LintFinding> findings = linter.findings();
+    QCOMPARE(ids(findings), QStringList(QStringLiteral("0:form")));
+    QVERIFY2(findings.first().toString().startsWith(path + QLatin1String(":5: error: 'end' is empty")),
+             qPrintable(findings.first().toString()));
+    QVERIFY(linter.drivers().isEmpty());
+}
+
+void TestDriverLinter::badSampleFileIsTold()
+{
+    const QTemporaryDir folder;
+    const QString path = folder.filePath(QStringLiteral("good.tsv"));
+    const QString samples = folder.filePath(QStringLiteral("samples/good.tsv"));
+    writeFile(path, driverFileText(goodDriver()));
+    writeFile(samples, sampleText() + "perhaps\tD1\tany\t-\t-\t-\t-\t-\t-\n"
+                                      "accept\tD1\tall\tD\tx\ty\tweek\tD2\t-\n"
+                                      "refuse\tD1\n");
+    DriverLinter linter;
+    linter.addFile(path);
+    QStringList texts;
+    const QList<LintFinding> findings = linter.findings();
+    for (const LintFinding &finding : findings) {
+        QCOMPARE(finding.source, samples);
+        QVERIFY(finding.isError());
+        texts.append(QStringLiteral("%1: %2").arg(finding.line).arg(finding.what));
+    }
+    QCOMPARE(texts,
+             QStringList({QStringLiteral("7: the verdict 'perhaps' is neither accept nor refuse"),
+                          QStringLiteral("8: the filter 'all' is not one of any, bit, register"),
+                          QStringLiteral("8: the number 'x' is none"), QStringLiteral("8: the bit 'y' is no number"),
+                          QStringLiteral("8: the step 'week' is not one of bit, byte, word, dword, qword, text"),
+                          QStringLiteral("9: 2 columns where a sample has 9")}));
+}
+
+void TestDriverLinter::databaseIsRead()
+{
+    const LogRecorder silence;
+    const QTemporaryDir folder;
+    const QString database = folder.filePath(QStringLiteral("drivers"));
+    DriverText other = goodDriver();
+    other.name = QStringLiteral("Other");
+    other.stem = QStringLiteral("other");
+    setField(other, 1, QStringLiteral("end"), QStringLiteral("none"));
+    QString error;
+    QVERIFY(writeDriverDatabase(database, {goodDriver(), other}, error));
+    writeFile(folder.filePath(QStringLiteral("samples/good.tsv")), sampleText());
+
+    DriverLinter all;
+    QVERIFY(all.addDatabase(database, {}, error, folder.filePath(QStringLiteral("samples"))));
+    QCOMPARE(all.countSamples(), 4);
+    const QList<LintFinding> findings = all.findings();
+    QVERIFY2(findingOf(findings, QStringLiteral("limit-not-number"), 2, QStringLiteral("end")),
+             told(findings).constData());
+    QCOMPARE(findings.first().driver, QStringLiteral("Other"));
+
+    DriverLinter good;
+    QVERIFY(good.addDatabase(database, {QStringLiteral("Good")}, error));
+    QVERIFY(good.findings().isEmpty());
+
+    DriverLinter none;
+    QVERIFY(!none.addDatabase(database, {QStringLiteral("Best")}, error));
+    QCOMPARE(error, QStringLiteral("there is no driver \"Best\" in ") + database);
+    QVERIFY(!none.addDatabase(folder.filePath(QStringLiteral("gone")), {}, error));
+}
+
+void TestDriverLinter::foreignDatabaseIsJudged_data()
+{
+    QTest::addColumn<QString>("statement");
+    QTest::addColumn<QString>("found");
+    QTest::newRow("as it was made") << QStringLiteral("SELECT 1") << QString();
+    QTest::newRow("a device table that is not there")
+        << QStringLiteral("DROP TABLE good_types") << QStringLiteral("0:table-missing");
+    QTest::newRow("a general table that is not there")
+        << QStringLiteral("DROP TABLE good_general") << QStringLiteral("0:bad-value 0:bad-value");
+    QTest::newRow("a name that is a word of SQL")
+        << QStringLiteral("UPDATE table_index SET device_table = 'select'") << QStringLiteral("0:table-name");
+    QTest::newRow("a table without rows") << QStringLiteral("DELETE FROM good_types") << QStringLiteral("0:no-rows");
+    QTest::newRow("a second entry of the driver")
+        << QStringLiteral("INSERT INTO table_index SELECT * FROM table_index") << QStringLiteral("0:doubled-driver");
+    QTest::newRow("a driver that has been switched back")
+        << QStringLiteral("INSERT INTO table_index VALUES ('Back', '', '')") << QString();
+    QTest::newRow("a continue rule in words") << QStringLiteral("UPDATE good_types SET continue = 'Yes'") << QString();
+    QTest::newRow("no continue column") << QStringLiteral(
+                                               "ALTER TABLE good_types RENAME COLUMN \"continue\" TO further")
+                                        << QString();
+    QTest::newRow("a field without a value") << QStringLiteral("UPDATE good_types SET \"end\" = NULL WHERE type = 2")
+                                             << QStringLiteral("1:register-missing 2:bad-value");
+    QTest::newRow("a column that nobody reads")
+        << QStringLiteral("ALTER TABLE good_types ADD COLUMN colour TEXT") << QString();
+}
+
+void TestDriverLinter::foreignDatabaseIsJudged()
+{
+    QFETCH(QString, statement);
+    QFETCH(QString, found);
+    const LogRecorder silence;
+    const QTemporaryDir folder;
+    const QString database = folder.filePath(QStringLiteral("theirs"));
+    QString error;
+    QVERIFY(writeDriverDatabase(database, {goodDriver()}, error));
+    {
+        QSqlDatabase db = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), QStringLiteral("theirs"));
+        db.setDatabaseName(database);
+        QVERIFY(db.open());
+        QSqlQuery query(db);
+        QVERIFY2(query.exec(statement), qPrintable(query.lastError().text()));
+    }
+    QSqlDatabase::removeDatabase(QStringLiteral("theirs"));
+    DriverLinter linter;
+    QVERIFY(linter.addDatabase(database, {}, error));
+    const QList<LintFinding> findings = linter.findings();
+    QVERIFY2(ids(findings).join(QLatin1Char(' ')) == found, told(findings).constData());
+}
+
+QTEST_GUILESS_MAIN(TestDriverLinter)
+#include "tst_driverlinter.moc"

@@ -1,0 +1,124 @@
+// SPDX-FileCopyrightText: the zelmar_label authors
+// SPDX-License-Identifier: MIT
+
+#ifndef ZELMAR_LABEL_LINTCONTEXT_H
+#define ZELMAR_LABEL_LINTCONTEXT_H
+
+#include "driverlinter.h"
+
+#include "zelmar_label/address_grammar/commandformatter.h"
+
+#include <QList>
+#include <QString>
+#include <QStringList>
+
+#include <memory>
+#include <optional>
+#include <vector>
+
+namespace label {
+class LabelLoader;
+}
+
+/// The findings of one driver.
+class LintReport
+{
+public:
+    LintReport(const DriverText &driver, QList<LintFinding> &findings)
+        : m_driver(driver)
+        , m_findings(findings)
+    {
+    }
+
+    /// Of the whole driver; `line` 0 for the first line of the file.
+    void error(const char *id, const QString &column, const QString &what, const QString &advice, int line = 0);
+    /// Of the row at `index`, from 0.
+    void rowError(int index, const char *id, const char *column, const QString &what, const QString &advice);
+    void rowWarning(int index, const char *id, const char *column, const QString &what, const QString &advice);
+    /// Of the row at `index`, or of the whole driver for -1, by a sample.
+    void sampleFault(int index, const char *id, const char *column, const DriverSample &sample, const QString &what,
+                     const QString &advice);
+
+    /// True when the row has a finding that is an error.
+    bool isWrong(int index) const;
+
+private:
+    LintFinding ofDriver(const char *id, const QString &what, const QString &advice) const;
+    LintFinding ofRow(int index, const char *id, const char *column, const QString &what, const QString &advice) const;
+
+    const DriverText &m_driver;
+    QList<LintFinding> &m_findings;
+};
+
+/// One row under examination.
+struct LintRow
+{
+    int index = 0;
+    /// As the library reads it; of a family's template the row of one of its members.
+    label::CommandFormatter formatter;
+    bool isTemplate = false;
+    /// False for a template that no creator of this driver asks for.
+    bool isMember = false;
+    /// True when the rule names a script file that is there.
+    bool isScripted = false;
+    /// True when that script does not end: the row is not asked again.
+    bool isEndless = false;
+    std::optional<int> first;
+    std::optional<int> last;
+    /// Texts that the pattern matches, whatever their number, and those of them that the row accepts. A few of each
+    /// kind.
+    QStringList matches;
+    QStringList addresses;
+
+    bool isBit() const { return formatter.type() == 0; }
+    bool hasLimits() const { return first && last && *first <= *last; }
+    QString symbolAddress(int number) const;
+};
+
+/// One driver under examination: its text, and what the library makes of it.
+class LintContext
+{
+public:
+    LintContext(const DriverText &driver, const QList<DriverSample> &samples, LintReport &report);
+    ~LintContext();
+    Q_DISABLE_COPY(LintContext)
+
+    /// True when the library has a row for each row of the text.
+    bool isRead() const { return m_label != nullptr; }
+    QString readError() const { return m_readError; }
+
+    QString field(int index, const char *column) const;
+
+    const DriverText &driver;
+    const QList<DriverSample> &samples;
+    LintReport &report;
+    std::vector<LintRow> rows;
+
+    label::LabelLoader &label() const { return *m_label; }
+    /// The row of the text that the label's row belongs to: of a row that came with an address of a family the
+    /// template; -1 for none.
+    int ownRow(int labelRow) const;
+
+private:
+    void readLabel();
+    void makeRow(int index);
+
+    std::unique_ptr<label::LabelLoader> m_label;
+    QString m_readError;
+};
+
+/// \name The concerns
+///@{
+/// Columns, values, names: what needs no library row.
+void lintForm(const LintContext &context);
+void lintPatterns(LintContext &context);
+void lintNumbers(LintContext &context);
+void lintRules(LintContext &context);
+void lintBits(LintContext &context);
+void lintScripts(LintContext &context);
+/// Rows that earlier ones take the addresses from, registers and families without a row.
+void lintReach(LintContext &context);
+void lintSamples(LintContext &context);
+///@}
+
+#endif

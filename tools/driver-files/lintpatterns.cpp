@@ -1,0 +1,125 @@
+// SPDX-FileCopyrightText: the zelmar_label authors
+// SPDX-License-Identifier: MIT
+
+#include "lintcontext.h"
+
+#include "patterntree.h"
+
+#include "zelmar_label/label_table/rowdescription_p.h"
+
+#include <QRegExp>
+
+#include <algorithm>
+
+namespace {
+
+/// The example that the description gives, which has to be an address of the row; empty without one.
+QString describedExample(const LintRow &row)
+{
+    if (!row.formatter.formatString().contains(QLatin1String("e.g. ")))
+        return QString();
+    const QString example = label::exampleAddress(row.formatter);
+    const bool holdsNumber =
+        std::any_of(example.begin(), example.end(), [](QChar character) { return character.isDigit(); });
+    return holdsNumber ? example : QString();
+}
+
+class PatternCheck
+{
+public:
+    PatternCheck(const LintContext &context, const LintRow &row)
+        : m_context(context)
+        , m_row(row)
+        , m_pattern(row.formatter.pattern())
+    {
+    }
+
+    void run()
+    {
+        if (!m_pattern.isValid()) {
+            error("pattern-invalid", "pattern",
+                  QStringLiteral("the pattern does not compile: %1").arg(m_pattern.errorString()),
+                  QStringLiteral("correct the regular expression; as it is, it matches nothing"));
+            return;
+        }
+        // A template for which nobody asks is told elsewhere.
+        if (m_row.isTemplate && !m_row.isMember)
+            return;
+        if (hasGroup()) {
+            checkNumber();
+            checkExample();
+        }
+    }
+
+private:
+    void error(const char *id, const char *column, const QString &what, const QString &advice)
+    {
+        m_context.report.rowError(m_row.index, id, column, what, advice);
+    }
+
+    bool hasGroup()
+    {
+        const int group = m_context.field(m_row.index, "address_group_index").toInt();
+        if (group < 1 || group > m_pattern.captureCount()) {
+            error("group-missing", "address_group_index",
+                  QStringLiteral("the pattern has no group %1; it has %2").arg(group).arg(m_pattern.captureCount()),
+                  QStringLiteral("give the number of the group that holds the number of the address"));
+            return false;
+        }
+        if (!PatternTree(m_pattern.pattern()).isGroupOptional(group))
+            return true;
+        error("group-optional", "pattern",
+              QStringLiteral("the pattern matches without group %1, and such an address has no number").arg(group),
+              QStringLiteral("make the group a part of every address: no '?', '*' or '|' around it"));
+        return false;
+    }
+
+    /// A number that does not fit reads as none, and an address without a number passes.
+    void checkNumber()
+    {
+        if (m_row.isTemplate || m_row.isScripted)
+            return;
+        const QString tooLong = QStringLiteral("777777777777");
+        for (const QString &address : m_row.addresses) {
+            const QString text = m_row.formatter.withNumber(address, tooLong);
+            if (!m_row.formatter.isDeviceAddressValid(text))
+                continue;
+            m_context.report.rowWarning(
+                m_row.index, "digits-unbounded", "pattern",
+                QStringLiteral("%1 is accepted, since a number of so many digits cannot be read").arg(text),
+                QStringLiteral("bound the digits that count, as in 0*\\d{1,4}"));
+            return;
+        }
+    }
+
+    void checkExample()
+    {
+        // Whose limits are wrong refuses everything for that reason.
+        if (!m_row.hasLimits())
+            return;
+        const QString example = describedExample(m_row);
+        if (!example.isEmpty() && !m_row.isTemplate && !m_row.formatter.isDeviceAddressValid(example)) {
+            error("example-refused", "pattern",
+                  QStringLiteral("the row refuses %1, the example of its own description").arg(example),
+                  QStringLiteral("correct the pattern, the limits or the example"));
+            return;
+        }
+        if (m_row.addresses.isEmpty() && PatternTree(m_pattern.pattern()).isRead())
+            error("no-address", "pattern", QStringLiteral("no address could be made that the row accepts"),
+                  QStringLiteral("hold the pattern against 'start' and 'end': they seem to have no number in common"));
+    }
+
+    const LintContext &m_context;
+    const LintRow &m_row;
+    const QRegExp m_pattern;
+};
+
+} // namespace
+
+void lintPatterns(LintContext &context)
+{
+    for (const LintRow &row : context.rows) {
+        if (!row.isEndless)
+            PatternCheck(context, row).run();
+    }
+}

@@ -1,0 +1,129 @@
+// SPDX-FileCopyrightText: the zelmar_label authors
+// SPDX-License-Identifier: MIT
+
+#include "lintcontext.h"
+
+#include "lintaddresses.h"
+
+#include "zelmar_label/label_table/dynamiclabelcreatorinterface.h"
+#include "zelmar_label/label_table/labelloader.h"
+#include "zelmar_label/label_table/rowdescription_p.h"
+
+#include <QSet>
+
+using namespace label;
+
+namespace {
+
+QString nameOf(const LintContext &context, int index)
+{
+    const int line = context.driver.rows.at(index).line;
+    const QString place = line > 0 ? QStringLiteral("line %1").arg(line) : QStringLiteral("row %1").arg(index + 1);
+    return QStringLiteral("%1 (%2)").arg(formatName(*context.label().deviceTypesTable().formatterAt(index)), place);
+}
+
+/// Of a row that is never found: the addresses all belong to rows in front of it.
+void lintShadow(LintContext &context, const LintRow &row)
+{
+    int earlier = -1;
+    for (const QString &address : row.addresses) {
+        earlier = context.label().deviceTypesTable().getFirstMatchedAddressIndex(address, row.formatter.type());
+        if (earlier == row.index)
+            return;
+    }
+    if (earlier < 0)
+        return;
+    context.report.rowError(row.index, "row-shadowed", "pattern",
+                            QStringLiteral("the row is never found: %1 and all others of its addresses belong to %2")
+                                .arg(row.addresses.last(), nameOf(context, earlier)),
+                            QStringLiteral("move the row in front of that one, or narrow that one's pattern"));
+}
+
+/// Addresses whose register is asked for: as the driver itself writes them, and the samples.
+QStringList bitsToConvert(const LintContext &context, const LintRow &row)
+{
+    QStringList bits = row.addresses.mid(0, 12);
+    for (const DriverSample &sample : context.samples) {
+        if (bits.size() >= 24)
+            break;
+        if (sample.isAccepted && !bits.contains(sample.address) && row.formatter.isDeviceAddressValid(sample.address))
+            bits.append(sample.address);
+    }
+    return bits;
+}
+
+void lintRegister(LintContext &context, const LintRow &row)
+{
+    const QStringList bits = bitsToConvert(context, row);
+    for (const QString &bit : bits) {
+        const int found = context.label().addressValidation(bit, BitType);
+        if (context.ownRow(found) != row.index)
+            continue;
+        CommunicatorCommand command;
+        command.address = bit;
+        command.dataType = CommunicatorCommand::Bit;
+        const CommandFormatter &formatter = *context.label().deviceTypesTable().formatterAt(found);
+        const QString address = formatter.convertToRegisterAddress(command);
+        int registerRow = -1;
+        const QString made = context.label().convertBitCommandToRegisterCommand(command, registerRow).address;
+        const int offset = context.label().bitOffset(found, bit);
+        if (registerRow < 0) {
+            context.report.rowError(
+                row.index, "register-missing", "multiple_rule",
+                QStringLiteral("the register of %1 is %2, which no register row accepts")
+                    .arg(bit, address.isEmpty() ? QStringLiteral("none") : address),
+                QStringLiteral("add the row of the register or name its symbol behind '_' in the rule; end the rule in "
+                               "':n' if no register holds the bit"));
+            return;
+        }
+        if (made != CommunicatorCommand().address && offset < context.label().datasize(registerRow) * 8)
+            continue;
+        context.report.rowError(
+            row.index, "register-narrow", "multiple_rule",
+            QStringLiteral("bit %1 of %2 is beyond the %3 bits of its register %4")
+                .arg(QString::number(offset), bit, QString::number(context.label().datasize(registerRow) * 8), address),
+            QStringLiteral("name a wider register, correct 'data_size', or narrow the bit part"));
+        return;
+    }
+}
+
+/// Families that the driver's creator recognises and for which there is no template.
+void lintFamilies(LintContext &context)
+{
+    QSet<QString> told;
+    const QStringList addresses = familyAddresses();
+    for (const QString &address : addresses) {
+        DynamicLabelItem item;
+        if (!familyCreator(context.driver.name).create(address, item) || told.contains(item.basePattern) ||
+            context.label().deviceTypesTable().getFormatterIndexByPattern(item.basePattern) >= 0)
+            continue;
+        told.insert(item.basePattern);
+        context.report.error("family-missing", QStringLiteral("pattern"),
+                             QStringLiteral("addresses such as %1 need a row with the pattern '%2', and there is none")
+                                 .arg(address, item.basePattern),
+                             QStringLiteral("add the row: drivers of this name have that family"));
+    }
+    for (const LintRow &row : context.rows) {
+        if (row.isTemplate && !row.isMember)
+            context.report.rowWarning(
+                row.index, "family-unknown", "pattern",
+                QStringLiteral("the pattern '%1' is a plain name, and drivers of this name have no such family")
+                    .arg(row.formatter.pattern()),
+                QStringLiteral("write a regular expression, or name the driver like the one that has the family"));
+    }
+}
+
+} // namespace
+
+void lintReach(LintContext &context)
+{
+    for (const LintRow &row : context.rows) {
+        if (context.report.isWrong(row.index) || row.addresses.isEmpty())
+            continue;
+        if (!row.isTemplate)
+            lintShadow(context, row);
+        if (row.isBit() && row.formatter.canConvertRegisterCommand())
+            lintRegister(context, row);
+    }
+    lintFamilies(context);
+}

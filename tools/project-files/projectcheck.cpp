@@ -1,0 +1,70 @@
+// SPDX-FileCopyrightText: the zelmar_label authors
+// SPDX-License-Identifier: MIT
+
+#include "projectcheck.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QFileInfo>
+#include <QSqlError>
+#include <QSqlQuery>
+#include <QStringList>
+#include <QVariant>
+
+namespace {
+
+struct Texts
+{
+    Q_DECLARE_TR_FUNCTIONS(ProjectCheck)
+};
+
+QString missingColumn(const QStringList &columns)
+{
+    const QStringList needed = {QStringLiteral("id"),        QStringLiteral("name"),    QStringLiteral("connector_id"),
+                                QStringLiteral("data_type"), QStringLiteral("address"), QStringLiteral("scan_time"),
+                                QStringLiteral("scale")};
+    for (const QString &column : needed) {
+        if (!columns.contains(column))
+            return column;
+    }
+    return QString();
+}
+
+} // namespace
+
+QString missingFile(const QString &projectPath)
+{
+    const QString drivers = QDir(QCoreApplication::applicationDirPath()).filePath(QStringLiteral("database/drivers"));
+    if (!QFileInfo(projectPath).isFile())
+        return Texts::tr("there is no project at %1").arg(projectPath);
+    if (!QFileInfo(drivers).isFile())
+        return Texts::tr("there is no driver database at %1").arg(drivers);
+    return QString();
+}
+
+ProjectCheck checkProject(const QSqlDatabase &database, const QString &path)
+{
+    ProjectCheck check;
+    QSqlQuery query(database);
+    if (!query.exec(QStringLiteral("SELECT name FROM pragma_table_info('custom_tag_table')"))) {
+        // SQLite's code for a file of another kind.
+        const bool isDatabase = query.lastError().nativeErrorCode() != QLatin1String("26");
+        check.problem =
+            (isDatabase ? Texts::tr("the project %1 cannot be read (%2)") : Texts::tr("%1 is no project (%2)"))
+                .arg(path, query.lastError().databaseText());
+        return check;
+    }
+    QStringList columns;
+    while (query.next())
+        columns.append(query.value(0).toString().toLower());
+    // A failure behind the first rows, such as a lock.
+    if (query.lastError().isValid()) {
+        check.problem = Texts::tr("%1 cannot be read (%2)").arg(path, query.lastError().databaseText());
+        return check;
+    }
+    check.hasTagTable = !columns.isEmpty();
+    const QString missing = check.hasTagTable ? missingColumn(columns) : QString();
+    if (!missing.isEmpty())
+        check.problem = Texts::tr("the tag table of %1 lacks the column %2").arg(path, missing);
+    return check;
+}

@@ -1,0 +1,48 @@
+// SPDX-FileCopyrightText: the zelmar_label authors
+// SPDX-License-Identifier: MIT
+
+#include "taglimits.h"
+
+#include "tagtypes.h"
+#include "tagvalue.h"
+
+#include "zelmar_label/tag_store/tagsystem.h"
+
+#include <QCoreApplication>
+
+TagLimits::TagLimits(TagSystem &tags, int id)
+    : type(tags.getDataTypeByID(id))
+{
+    if (type == tagtype::Ascii) {
+        length = tags.getScaleByID(id);
+        return;
+    }
+    QVariant greatest;
+    QVariant least;
+    tags.getMaxMinValue(id, greatest, least);
+    isNumber = greatest.isValid();
+    // As texts and in JSON, the limits of a bit are numbers.
+    const int shownType = type == tagtype::Bit ? int(tagtype::Int32) : type;
+    max = textOfValue(greatest, shownType);
+    min = textOfValue(least, shownType);
+    jsonMax = jsonOfValue(greatest, shownType);
+    jsonMin = jsonOfValue(least, shownType);
+}
+
+QString beyondLimits(TagSystem &tags, int id, const QVariant &value, const QString &text)
+{
+    const TagLimits limits(tags, id);
+    if (limits.type == tagtype::Ascii) {
+        const int size = value.toByteArray().size();
+        if (size <= limits.length)
+            return QString();
+        return QCoreApplication::translate("TagLimits", "the text has %1 bytes, the tag %2")
+            .arg(size)
+            .arg(limits.length);
+    }
+    // 64-bit values are within the limits when they can be read at all.
+    if (tagtype::isWide(limits.type) || tags.isInTheRange(id, value))
+        return QString();
+    return QCoreApplication::translate("TagLimits", "%1 does not lie between %2 and %3")
+        .arg(text, limits.min, limits.max);
+}

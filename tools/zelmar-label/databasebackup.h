@@ -1,0 +1,13 @@
+// SPDX-FileCopyrightText: the zelmar_label authors
+// SPDX-License-Identifier: MIT
+
+#ifndef ZELMAR_LABEL_TOOL_DATABASEBACKUP_H
+#define ZELMAR_LABEL_TOOL_DATABASEBACKUP_H
+
+class QString;
+
+/// Copies the SQLite file `path` to a new file beside it, whose name ends with the time, and tells its path in `copy`.
+/// What another program has not committed is left out. False with a sentence in `error` on failure.
+bool backUpDatabase(const QString &path, QString &copy, QString &error);
+
+#endif

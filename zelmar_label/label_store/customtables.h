@@ -1,0 +1,30 @@
+// SPDX-FileCopyrightText: the zelmar_label authors
+// SPDX-License-Identifier: MIT
+
+#ifndef ZELMAR_LABEL_CUSTOMTABLES_H
+#define ZELMAR_LABEL_CUSTOMTABLES_H
+
+#include <QString>
+
+namespace label {
+
+/// The tables of one driver's custom label in a custom database, and the statements that make them. Names that differ
+/// in blanks against underscores only share their tables.
+///
+/// Not exported: programs of this project that link `zelmar_label_objects` use it.
+struct CustomTables
+{
+    explicit CustomTables(QString driver);
+
+    /// Makes the table of all drivers.
+    static QString createIndex();
+    QString createGeneral() const;
+    QString createDevice() const;
+
+    QString general;
+    QString device;
+};
+
+} // namespace label
+
+#endif

@@ -1,0 +1,290 @@
+// SPDX-FileCopyrightText: the zelmar_label authors
+// SPDX-License-Identifier: MIT
+
+#include "zelmar_label/label_table/addressrepair_p.h"
+
+#include "zelmar_label/address_grammar/commandformatter.h"
+#include "zelmar_label/label_table/characterslip_p.h"
+#include "zelmar_label/label_table/rowdescription_p.h"
+
+#include <algorithm>
+#include <queue>
+#include <vector>
+
+namespace label {
+
+namespace {
+
+// What slips cost.
+constexpr int costOfCase = 1;
+constexpr int costOfBlank = 1;
+constexpr int costOfZeros = 1;
+constexpr int costOfLookAlike = 2;
+constexpr int costOfOtherSeparator = 3;
+constexpr int costOfMissingSeparator = 4;
+constexpr int costOfTransposition = 4;
+constexpr int costOfMissingDigit = 6;
+constexpr int costOfExtraCharacter = 7;
+constexpr int costOfWrongCharacter = 8;
+constexpr int costOfExtraEnd = 9;
+constexpr int mostCost = 16;
+
+QChar inOtherCase(QChar character)
+{
+    return character.isUpper() ? character.toLower() : character.toUpper();
+}
+
+/// Follows a text along a row and, where it leaves the row, tries what may have been meant there, the likeliest first.
+class Repairer
+{
+public:
+    Repairer(const CommandFormatter &row, const QString &text)
+        : m_row(row)
+        , m_text(text)
+    {
+    }
+
+    QList<Repair> run()
+    {
+        const QString shorter = withoutZerosAt(std::min(m_row.matchedFront(m_text), m_text.size()));
+        if (m_row.isDeviceAddressValid(shorter))
+            found({shorter, costOfZeros});
+        push(QString(), 0, 0);
+        // So many steps find what a person may have meant; more would be guessing.
+        constexpr int mostSteps = 24;
+        constexpr int mostRepairs = 2;
+        for (int step = 0; step < mostSteps && !m_open.empty() && m_found.size() < mostRepairs; ++step) {
+            const State state = m_open.top();
+            m_open.pop();
+            follow(state);
+        }
+        return m_found;
+    }
+
+private:
+    struct State
+    {
+        QString built;
+        int next;
+        int cost;
+        int order;
+
+        bool operator<(const State &other) const
+        {
+            return cost != other.cost ? cost > other.cost : order > other.order;
+        }
+    };
+
+    /// The text without the zeros that lead the number around the place where it leaves the row.
+    QString withoutZerosAt(int place) const
+    {
+        int start = place;
+        while (start > 0 && m_text.at(start - 1).isDigit())
+            --start;
+        int end = start;
+        while (end + 1 < m_text.size() && m_text.at(end) == QLatin1Char('0') && m_text.at(end + 1).isDigit())
+            ++end;
+        return m_text.left(start) + m_text.mid(end);
+    }
+
+    void push(const QString &built, int next, int cost)
+    {
+        if (cost <= mostCost)
+            m_open.push({built, next, cost, m_order++});
+    }
+
+    void pushIfPossible(const QString &built, int next, int cost)
+    {
+        if (cost <= mostCost && m_row.canBeCompleted(built))
+            push(built, next, cost);
+    }
+
+    void follow(const State &state)
+    {
+        const QString whole = state.built + m_text.mid(state.next);
+        const int reach = m_row.matchedFront(whole);
+        if (reach > whole.size()) {
+            if (m_row.isDeviceAddressValid(whole))
+                found({whole, state.cost});
+            return;
+        }
+        const int followed = std::max(0, reach - state.built.size());
+        const int next = state.next + followed;
+        const QString built = state.built + m_text.mid(state.next, followed);
+        if (next >= m_text.size())
+            appendMissing(built, next, state.cost);
+        else
+            mend(built, next, state.cost);
+    }
+
+    void found(const Repair &repair)
+    {
+        const bool isKnown = std::any_of(m_found.begin(), m_found.end(),
+                                         [&](const Repair &one) { return one.address == repair.address; });
+        if (!isKnown)
+            m_found.append(repair);
+    }
+
+    void mend(const QString &built, int next, int cost)
+    {
+        const QChar character = m_text.at(next);
+        if (isBlank(character)) {
+            push(built, next + 1, cost + costOfBlank);
+            return;
+        }
+        if (character.isLetter())
+            pushIfPossible(built + inOtherCase(character), next + 1, cost + costOfCase);
+        for (const QChar meant : lookAlikes(character))
+            pushIfPossible(built + meant, next + 1, cost + costOfLookAlike);
+        const bool isDivider = isSeparator(character) || character.isPunct();
+        for (const char separator : {'.', ':', '/', '\\'}) {
+            if (isDivider)
+                pushIfPossible(built + QLatin1Char(separator), next + 1, cost + costOfOtherSeparator);
+            else
+                pushIfPossible(built + QLatin1Char(separator), next, cost + costOfMissingSeparator);
+        }
+        push(built, next + 1, cost + costOfExtraCharacter);
+        const bool isBeforeDigit = next + 1 < m_text.size() && m_text.at(next + 1).isDigit();
+        if (!isDivider && !isBeforeDigit)
+            pushIfPossible(built + QLatin1Char('0'), next + 1, cost + costOfExtraEnd);
+        push(built, m_text.size(), cost + costOfExtraEnd);
+    }
+
+    void appendMissing(const QString &built, int next, int cost)
+    {
+        for (const char separator : {'.', ':', '/', '\\'})
+            pushIfPossible(built + QLatin1Char(separator), next, cost + costOfMissingDigit);
+        // Where numbers begin at 1.
+        constexpr int costOfOne = costOfMissingDigit + muchUnlikelier + 1;
+        pushIfPossible(built + QLatin1Char('0'), next, cost + costOfMissingDigit);
+        pushIfPossible(built + QLatin1Char('1'), next, cost + costOfOne);
+    }
+
+    const CommandFormatter &m_row;
+    const QString m_text;
+    std::priority_queue<State> m_open;
+    QList<Repair> m_found;
+    int m_order = 0;
+};
+
+/// What it costs to take the first `size` characters of `text` for `symbol`; 0 when that takes more than one slip.
+int costOfSymbol(const QString &text, int size, const QString &symbol)
+{
+    int same = 0;
+    while (same < size && same < symbol.size() && text.at(same) == symbol.at(same))
+        ++same;
+    if (same == size && same == symbol.size())
+        return 0;
+    const auto tailEquals = [&](int textFrom, int symbolFrom) {
+        return QStringView(text).mid(textFrom, size - textFrom) == QStringView(symbol).mid(symbolFrom);
+    };
+    if (size == symbol.size() && same + 1 < size && text.at(same) == symbol.at(same + 1) &&
+        text.at(same + 1) == symbol.at(same) && tailEquals(same + 2, same + 2))
+        return costOfTransposition;
+    if (size == symbol.size() + 1 && tailEquals(same + 1, same))
+        return costOfExtraCharacter;
+    // Of a symbol of one letter nothing would be left.
+    if (symbol.size() < 2)
+        return 0;
+    if (size == symbol.size() - 1 && tailEquals(same, same + 1))
+        return costOfExtraCharacter;
+    return size == symbol.size() && tailEquals(same + 1, same + 1) ? costOfWrongCharacter : 0;
+}
+
+enum class Token { Digits, Letters, Other };
+
+Token tokenOf(QChar character)
+{
+    return character.isDigit() ? Token::Digits : character.isLetter() ? Token::Letters : Token::Other;
+}
+
+/// Numbers, words and single other characters.
+QStringList tokens(const QString &text)
+{
+    QStringList parts;
+    for (int at = 0; at < text.size();) {
+        const Token token = tokenOf(text.at(at));
+        int end = at + 1;
+        while (token != Token::Other && end < text.size() && tokenOf(text.at(end)) == token)
+            ++end;
+        parts.append(text.mid(at, end - at));
+        at = end;
+    }
+    return parts;
+}
+
+bool isNumber(const QString &token)
+{
+    return !token.isEmpty() && token.at(0).isDigit();
+}
+
+bool isWord(const QString &token)
+{
+    return !token.isEmpty() && token.at(0).isLetter();
+}
+
+} // namespace
+
+QList<Repair> repaired(const CommandFormatter &row, const QString &deviceAddress)
+{
+    return Repairer(row, deviceAddress).run();
+}
+
+QList<Repair> withNearSymbol(const CommandFormatter &row, const QString &deviceAddress)
+{
+    const QString symbol = row.prefixSymbol();
+    QList<Repair> repairs;
+    for (int size = symbol.size() + 1; size >= qMax(1, symbol.size() - 1); --size) {
+        const int cost = size <= deviceAddress.size() ? costOfSymbol(deviceAddress, size, symbol) : 0;
+        if (cost > 0)
+            repairs.append({symbol + deviceAddress.mid(size), cost});
+    }
+    return repairs;
+}
+
+Repair withLastWord(const CommandFormatter &row, const QString &deviceAddress)
+{
+    const QStringList written = tokens(deviceAddress);
+    const QStringList example = tokens(exampleAddress(row));
+    const int last = written.size() - 1;
+    if (last < 1 || last >= example.size() || !isWord(written.at(last)) || !isWord(example.at(last)))
+        return {QString(), 0};
+    const QString meant = written.mid(0, last).join(QString()) + example.mid(last).join(QString());
+    return row.isDeviceAddressValid(meant) ? Repair{meant, costOfWrongCharacter} : Repair{QString(), 0};
+}
+
+bool isLikelySlip(int cost)
+{
+    return cost < costOfTransposition;
+}
+
+QString completed(const CommandFormatter &row, const QString &deviceAddress)
+{
+    const QStringList written = tokens(deviceAddress);
+    const QStringList example = tokens(exampleAddress(row));
+    for (int known : {written.size(), written.size() - 1}) {
+        if (known < 0 || known > example.size())
+            continue;
+        const QString candidate = written.mid(0, known).join(QString()) + example.mid(known).join(QString());
+        if (candidate.startsWith(deviceAddress) && row.isDeviceAddressValid(candidate))
+            return candidate;
+    }
+    return QString();
+}
+
+QString withNumbersOf(const QString &deviceAddress, const QString &example)
+{
+    QStringList numbers;
+    const QStringList written = tokens(deviceAddress);
+    for (const QString &token : written) {
+        if (isNumber(token))
+            numbers.append(token);
+    }
+    QString filled;
+    const QStringList parts = tokens(example);
+    for (const QString &part : parts)
+        filled += isNumber(part) && !numbers.isEmpty() ? numbers.takeFirst() : part;
+    return numbers.isEmpty() ? filled : QString();
+}
+
+} // namespace label

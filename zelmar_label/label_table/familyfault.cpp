@@ -1,0 +1,230 @@
+// SPDX-FileCopyrightText: the zelmar_label authors
+// SPDX-License-Identifier: MIT
+
+#include "zelmar_label/label_table/familyfault_p.h"
+
+#include "zelmar_label/label_table/addressjudge_p.h"
+#include "zelmar_label/label_table/addressrepair_p.h"
+#include "zelmar_label/label_table/addresssearch_p.h"
+#include "zelmar_label/label_table/characterslip_p.h"
+#include "zelmar_label/label_table/rowdescription_p.h"
+
+#include <algorithm>
+#include <vector>
+
+namespace label {
+
+namespace {
+
+using Kind = AddressDiagnosis::Kind;
+
+/// The text with "0" for each number, in capitals: what is left of it when numbers do not count.
+QString shape(const QString &address)
+{
+    QString shape;
+    for (const QChar character : address.toUpper()) {
+        const QChar mark = character.isDigit() ? QChar(QLatin1Char('0')) : character;
+        if (mark != QLatin1Char('0') || !shape.endsWith(mark))
+            shape.append(mark);
+    }
+    return shape;
+}
+
+QString withoutSeparators(const QString &shape)
+{
+    QString letters;
+    for (const QChar character : shape) {
+        if (character.isLetterOrNumber())
+            letters.append(character);
+    }
+    return letters;
+}
+
+/// How far two texts go together; most when they do throughout.
+int commonFront(const QString &left, const QString &right)
+{
+    if (left == right)
+        return left.size() + 1;
+    const int size = qMin(left.size(), right.size());
+    int same = 0;
+    while (same < size && left.at(same) == right.at(same))
+        ++same;
+    return same;
+}
+
+/// How much an address and an example have in common when their numbers do not count, with separators and without.
+int likeness(const QString &address, const QString &example)
+{
+    const QString left = shape(address);
+    const QString right = shape(example);
+    return commonFront(left, right) + commonFront(withoutSeparators(left), withoutSeparators(right));
+}
+
+struct Family
+{
+    int row;
+    int likeness;
+};
+
+/// True when the text leaves its nearest row in the concrete prefix of a family's member: that this member happens to
+/// be known says nothing about the text.
+bool isInMemberPrefix(const AddressJudge &judge, const AddressSearch &search)
+{
+    if (search.nearest() < 0)
+        return false;
+    const CommandFormatter &row = judge.row(search.nearest());
+    return search.reach() < row.prefixSymbol().size() && row.getEditorUsedPrefixsymbol() != row.prefixSymbol();
+}
+
+/// The families with the symbol that the text begins with, those that it is most like first, as far as `reach` does not
+/// go beyond the symbol.
+std::vector<Family> familiesOf(const AddressJudge &judge, int reach, const QString &address, int type)
+{
+    std::vector<Family> families;
+    for (int index = 0; index < judge.table().countFormatters(); ++index) {
+        const CommandFormatter &row = judge.row(index);
+        const QString symbol = row.prefixSymbol();
+        if (passesTypeFilter(row.type(), type) && isFamilyTemplate(row) && !symbol.isEmpty() &&
+            reach <= symbol.size() && address.startsWith(symbol, Qt::CaseInsensitive))
+            families.push_back({index, likeness(address, exampleAddress(row))});
+    }
+    std::stable_sort(families.begin(), families.end(),
+                     [](const Family &left, const Family &right) { return left.likeness > right.likeness; });
+    return families;
+}
+
+struct NumberPlace
+{
+    int start;
+    int size;
+};
+
+std::vector<NumberPlace> numberPlaces(const QString &text)
+{
+    std::vector<NumberPlace> places;
+    for (int at = 0; at < text.size(); ++at) {
+        const int start = at;
+        while (at < text.size() && text.at(at).isDigit())
+            ++at;
+        if (at > start)
+            places.push_back({start, at - start});
+    }
+    return places;
+}
+
+/// One number of a family's address, and the numbers that the family has in its place.
+class NumberProbe
+{
+public:
+    NumberProbe(AddressJudge &judge, int type, const QString &text, NumberPlace place)
+        : m_judge(judge)
+        , m_type(type)
+        , m_text(text)
+        , m_place(place)
+    {
+        bool isRead = false;
+        constexpr qint64 beyondAny = 10000000000;
+        m_number = text.mid(place.start, place.size).toLongLong(&isRead);
+        if (!isRead || m_number > beyondAny)
+            m_number = beyondAny;
+    }
+
+    QString with(qint64 number) const
+    {
+        return m_text.left(m_place.start) + QString::number(number) + m_text.mid(m_place.start + m_place.size);
+    }
+
+    /// The number nearest to the text's own that is accepted, on the way to `good`; -1 when not even that is.
+    qint64 nearest(qint64 good) const
+    {
+        if (good == m_number || !isAccepted(good))
+            return -1;
+        qint64 refused = m_number;
+        while (refused - good > 1 || good - refused > 1) {
+            const qint64 middle = good + (refused - good) / 2;
+            (isAccepted(middle) ? good : refused) = middle;
+        }
+        return good;
+    }
+
+private:
+    bool isAccepted(qint64 number) const { return m_judge.accepts(with(number), m_type); }
+
+    AddressJudge &m_judge;
+    const int m_type;
+    const QString m_text;
+    const NumberPlace m_place;
+    qint64 m_number;
+};
+
+/// Finds which number of `text`, spelled like the family's example, is the one that the family does not have.
+void explainNumber(AddressJudge &judge, const QString &text, const QString &example, AddressDiagnosis &diagnosis,
+                   QStringList &offers)
+{
+    const std::vector<NumberPlace> own = numberPlaces(text);
+    const std::vector<NumberPlace> known = numberPlaces(example);
+    for (std::size_t index = 0; index < own.size() && index < known.size(); ++index) {
+        const NumberProbe probe(judge, diagnosis.type, text, own[index]);
+        const qint64 limit = probe.nearest(example.mid(known[index].start, known[index].size).toLongLong());
+        if (limit < 0)
+            continue;
+        offers.append(probe.with(limit));
+        // A text that is wrong elsewhere, too, is wrong there first.
+        if (text != diagnosis.address)
+            return;
+        const int start = own[index].start;
+        const bool isLast = start + own[index].size == text.size();
+        const bool isBit = isLast && judge.row(diagnosis.row).type() == BitType && start > 0 &&
+                           QLatin1String("./").contains(text.at(start - 1));
+        if (isBit)
+            diagnosis.kind = Kind::BitBeyondWord;
+        diagnosis.position = start;
+        diagnosis.number = text.mid(start, own[index].size);
+        diagnosis.limit = QString::number(limit);
+        return;
+    }
+}
+
+/// The text, spelled like the examples of the families that it is most like.
+void offerMembers(const AddressJudge &judge, const std::vector<Family> &families, const QString &text,
+                  QStringList &offers)
+{
+    constexpr std::size_t mostFamilies = 3;
+    for (std::size_t index = 0; index < families.size() && index < mostFamilies; ++index) {
+        // One that is much less alike was not meant.
+        constexpr int muchLess = 2;
+        if (!offers.isEmpty() && families[index].likeness + muchLess < families.front().likeness)
+            break;
+        const QString meant = withNumbersOf(text, exampleAddress(judge.row(families[index].row)));
+        if (!meant.isEmpty())
+            offers.append(meant);
+    }
+}
+
+} // namespace
+
+bool explainFamily(AddressJudge &judge, const AddressSearch &search, AddressDiagnosis &diagnosis, QStringList &offers)
+{
+    const QString text = withoutDigitLetters(diagnosis.address.trimmed());
+    const int reach = isInMemberPrefix(judge, search) ? 0 : search.reach();
+    const std::vector<Family> families = familiesOf(judge, reach, text, diagnosis.type);
+    if (families.empty())
+        return false;
+    diagnosis.kind = Kind::UnknownFamilyMember;
+    diagnosis.row = families.front().row;
+    const QString example = exampleAddress(judge.row(diagnosis.row));
+    const QString meant = withNumbersOf(text, example);
+    if (!meant.isEmpty() && (meant == diagnosis.address || !judge.accepts(meant, diagnosis.type)))
+        explainNumber(judge, meant, example, diagnosis, offers);
+    if (diagnosis.number.isEmpty())
+        offerMembers(judge, families, text, offers);
+    return true;
+}
+
+void offerFamilyMembers(AddressJudge &judge, const QString &address, int type, QStringList &offers)
+{
+    const QString text = withoutDigitLetters(address.trimmed());
+    offerMembers(judge, familiesOf(judge, 0, text, type), text, offers);
+}
+
+} // namespace label
