@@ -48,7 +48,6 @@ void setLook(bool isDark)
     QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
     QFont font(QStringLiteral("DejaVu Sans"));
     font.setPointSize(10);
-    font.setHintingPreference(QFont::PreferNoHinting);
     QApplication::setFont(font);
     QApplication::setPalette(isDark ? darkPalette() : QApplication::style()->standardPalette());
     // A blinking cursor would differ from picture to picture.

@@ -1,0 +1,64 @@
+// SPDX-FileCopyrightText: the zelmar_label authors
+// SPDX-License-Identifier: MIT
+
+#ifndef TAG_EDITOR_TAGDETAILS_H
+#define TAG_EDITOR_TAGDETAILS_H
+
+#include <QWidget>
+
+QT_BEGIN_NAMESPACE
+class QGroupBox;
+class QLabel;
+class QListWidget;
+class QSpinBox;
+QT_END_NAMESPACE
+
+class ProjectSession;
+struct AddressVerdict;
+struct LinkInfo;
+class ValuePanel;
+
+/// What a tag means to its device: the command that reads it, the blocks that a run from it takes, and its value.
+class TagDetails : public QWidget
+{
+    Q_OBJECT
+
+public:
+    explicit TagDetails(ProjectSession &session, QWidget *parent = nullptr);
+
+    /// -1 for no tag.
+    void showTag(int id);
+    int tag() const { return m_id; }
+
+Q_SIGNALS:
+    /// The user wants the tag to have a suggested address.
+    void addressWanted(int id, const QString &address);
+
+private:
+    QGroupBox *commandGroup();
+    QGroupBox *blockGroup();
+    void refresh();
+    void showVerdict(const AddressVerdict &verdict);
+    void showCommand(const LinkInfo &link, bool isAccepted);
+    void showBlocks();
+    QString blockProblem(int count) const;
+
+    ProjectSession &m_session;
+    int m_id = -1;
+    QLabel *m_title;
+    QLabel *m_subtitle;
+    QLabel *m_problem;
+    QLabel *m_suggestions;
+    QWidget *m_body;
+    QLabel *m_address;
+    QLabel *m_format;
+    QLabel *m_width;
+    QLabel *m_scanTime;
+    QSpinBox *m_count;
+    QListWidget *m_blocks;
+    QLabel *m_blockText;
+    QGroupBox *m_blockGroup;
+    ValuePanel *m_value;
+};
+
+#endif

@@ -1,0 +1,66 @@
+// SPDX-FileCopyrightText: the zelmar_label authors
+// SPDX-License-Identifier: MIT
+
+#ifndef TAG_EDITOR_TARGETFIELDS_H
+#define TAG_EDITOR_TARGETFIELDS_H
+
+#include <QList>
+#include <QObject>
+
+QT_BEGIN_NAMESPACE
+class QComboBox;
+class QFormLayout;
+class QLabel;
+class QLineEdit;
+class QSpinBox;
+class QVBoxLayout;
+class QWidget;
+QT_END_NAMESPACE
+
+class ProjectSession;
+class SimpleAddressPicker;
+
+/// The rows of a form that say where a new tag lies: link, data type, a text's length, and address.
+class TargetFields : public QObject
+{
+    Q_OBJECT
+
+public:
+    TargetFields(ProjectSession &session, const QString &addressTitle, QFormLayout *form);
+
+    int link() const;
+    int dataType() const;
+    /// 1 for all but texts.
+    int scale() const;
+    /// Empty for an internal tag.
+    QString address() const;
+
+    void setLink(int id);
+    void setDataType(int type);
+    void setAddress(const QString &address);
+
+    /// The widgets that Tab visits, in their order.
+    QList<QWidget *> tabStops() const;
+
+Q_SIGNALS:
+    void changed();
+    /// Another link has another picker, and so another tab stop.
+    void pickerReplaced();
+
+private:
+    void fillLinks();
+    void replacePicker();
+    void showRows();
+
+    ProjectSession &m_session;
+    QComboBox *m_link;
+    QComboBox *m_type;
+    QSpinBox *m_length;
+    QWidget *m_place;
+    QLabel *m_addressLabel = nullptr;
+    QLineEdit *m_none = nullptr;
+    QVBoxLayout *m_placeLayout;
+    SimpleAddressPicker *m_picker = nullptr;
+};
+
+#endif
