@@ -140,15 +140,16 @@ void AddRunPanel::preview()
     const RunSettings wantedRun = settings();
     const TagRun run = planRun(m_session, wantedRun, qMin(wantedRun.total, previewedTags));
     showTags(run, wantedRun.total);
-    QString problem = run.problem;
+    const QString refusal = m_session.refusalToWrite();
+    QString problem = refusal.isEmpty() ? run.problem : refusal;
     if (problem.isEmpty() && wantedRun.total > previewedTags)
         problem = problemAtEnd(m_session, wantedRun);
     m_verdict->setText(problem.isEmpty() ? counted(wantedRun.total, tr("Enter adds 1 tag."), tr("Enter adds %1 tags."))
                                          : look::narrow(problem));
-    const bool isUntouched = wantedRun.firstAddress.isEmpty();
-    look::setTextColor(m_verdict, problem.isEmpty() || isUntouched ? look::faded(palette()) : look::wrong(palette()));
+    const bool isUntouched = refusal.isEmpty() && m_target->hasAddress() && wantedRun.firstAddress.isEmpty();
+    look::setTone(m_verdict, problem.isEmpty() || isUntouched ? look::Tone::Faded : look::Tone::Wrong);
     m_add->setText(counted(wantedRun.total, tr("Add 1 tag"), tr("Add %1 tags")));
-    m_add->setEnabled(problem.isEmpty() && m_session.isWritable());
+    m_add->setEnabled(problem.isEmpty());
 }
 
 void AddRunPanel::showTags(const TagRun &run, int total)
@@ -165,7 +166,7 @@ void AddRunPanel::showTags(const TagRun &run, int total)
     if (!isCut)
         return;
     auto *const more = new QTableWidgetItem(tr("… and %1 more").arg(total - run.names.size()));
-    more->setForeground(look::faded(palette()));
+    more->setFlags(Qt::NoItemFlags);
     m_preview->setItem(run.names.size(), 0, more);
     m_preview->setItem(run.names.size(), 1, new QTableWidgetItem);
 }

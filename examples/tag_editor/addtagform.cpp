@@ -38,6 +38,7 @@ AddTagForm::AddTagForm(ProjectSession &session, QWidget *parent)
     connect(m_target, &TargetFields::changed, this, &AddTagForm::judge);
     connect(m_target, &TargetFields::pickerReplaced, this, &AddTagForm::orderTabs);
     connect(this, &SidePanel::accepted, this, &AddTagForm::add);
+    connect(&session, &ProjectSession::tagsAdded, this, &AddTagForm::judge);
     orderTabs();
     judge();
 }
@@ -58,24 +59,26 @@ void AddTagForm::start(int link)
 void AddTagForm::judge()
 {
     m_add->setEnabled(false);
-    look::setTextColor(m_verdict, look::faded(palette()));
+    look::setTone(m_verdict, look::Tone::Faded);
     if (!m_session.isOpen())
         return;
     if (m_name->text().isEmpty()) {
         m_verdict->setText(tr("Type a name."));
         return;
     }
-    QString problem = m_session.nameProblem(m_name->text());
+    QString problem = m_session.refusalToWrite();
+    if (problem.isEmpty())
+        problem = m_session.nameProblem(m_name->text());
+    const bool isUntouched = problem.isEmpty() && m_target->hasAddress() && m_target->address().isEmpty();
     const AddressVerdict verdict =
         m_session.judge().judge(m_target->link(), m_target->dataType(), m_target->address(), m_target->scale());
     if (problem.isEmpty() && !verdict.isAccepted())
-        problem = m_target->address().isEmpty() ? tr("Type an address.")
-                                                : tr("The address is not valid: %1.").arg(verdict.reason);
+        problem = isUntouched ? tr("Type an address.") : tr("The address is not valid: %1.").arg(verdict.reason);
     if (!problem.isEmpty() && !verdict.suggestions.isEmpty())
         problem += tr(" Nearest: %1").arg(verdict.suggestions.join(QStringLiteral(", ")));
     m_verdict->setText(problem.isEmpty() ? tr("Enter adds the tag.") : look::narrow(problem));
-    if (!problem.isEmpty() && !m_target->address().isEmpty())
-        look::setTextColor(m_verdict, look::wrong(palette()));
+    if (!problem.isEmpty() && !isUntouched)
+        look::setTone(m_verdict, look::Tone::Wrong);
     m_add->setEnabled(problem.isEmpty());
 }
 
@@ -89,10 +92,10 @@ void AddTagForm::add()
         m_name->setFocus();
         m_name->selectAll();
         m_verdict->setText(look::narrow(tr("\"%1\" is added. Type the next name, or press Escape.").arg(name)));
-        look::setTextColor(m_verdict, look::good(palette()));
+        look::setTone(m_verdict, look::Tone::Good);
         m_add->setEnabled(false);
         return;
     }
     m_verdict->setText(look::narrow(reason));
-    look::setTextColor(m_verdict, look::wrong(palette()));
+    look::setTone(m_verdict, look::Tone::Wrong);
 }

@@ -6,6 +6,7 @@
 #include "look.h"
 #include "projectsession.h"
 
+#include <QEvent>
 #include <QHeaderView>
 
 namespace {
@@ -67,22 +68,42 @@ void LinkTree::fill()
         return;
     addItem(nullptr, tr("All tags"), {});
     AddressJudge &judge = m_session.judge();
-    const QColor faded = look::faded(palette());
     for (const int id : judge.links()) {
         const LinkInfo link = judge.link(id);
         QTreeWidgetItem *const item = addItem(nullptr, link.title(), {id, TagScope::All});
         item->setToolTip(TitleColumn, tipOf(link));
-        if (!link.isEnabled)
-            item->setForeground(TitleColumn, faded);
-        if (id != 0 && !link.label)
-            item->setForeground(TitleColumn, look::wrong(palette()));
         for (const int station : link.stations) {
             QTreeWidgetItem *const child = addItem(item, tr("Station %1").arg(station), {id, station});
             child->setToolTip(TitleColumn, tr("Tags whose address names station %1").arg(station));
         }
         item->setExpanded(true);
     }
+    applyColors();
     setCurrentItem(topLevelItem(0));
+}
+
+void LinkTree::applyColors()
+{
+    const QColor faded = look::faded(palette());
+    for (int row = 0; row < topLevelItemCount(); ++row) {
+        QTreeWidgetItem *const item = topLevelItem(row);
+        item->setForeground(CountColumn, faded);
+        const int id = item->data(TitleColumn, LinkRole).toInt();
+        if (id == TagScope::All)
+            continue;
+        const LinkInfo link = m_session.judge().link(id);
+        if (id != 0 && !link.label)
+            item->setForeground(TitleColumn, look::wrong(palette()));
+        else if (!link.isEnabled)
+            item->setForeground(TitleColumn, faded);
+    }
+}
+
+void LinkTree::changeEvent(QEvent *event)
+{
+    QTreeWidget::changeEvent(event);
+    if (event->type() == QEvent::PaletteChange && m_session.isOpen())
+        applyColors();
 }
 
 void LinkTree::showCounts(const TagIndex &index)
@@ -92,7 +113,6 @@ void LinkTree::showCounts(const TagIndex &index)
         const int link = item->data(TitleColumn, LinkRole).toInt();
         const int count = link == TagScope::All ? index.count() : index.count(link);
         item->setText(CountColumn, locale().toString(count));
-        item->setForeground(CountColumn, look::faded(palette()));
     }
 }
 

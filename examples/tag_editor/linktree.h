@@ -26,9 +26,13 @@ public:
 Q_SIGNALS:
     void scopeChanged(const TagScope &scope);
 
+protected:
+    void changeEvent(QEvent *event) override;
+
 private:
     QTreeWidgetItem *addItem(QTreeWidgetItem *parent, const QString &title, const TagScope &scope);
     void fill();
+    void applyColors();
 
     ProjectSession &m_session;
 };

@@ -3,6 +3,8 @@
 
 #include "look.h"
 
+#include <QApplication>
+#include <QEvent>
 #include <QFontDatabase>
 #include <QFontInfo>
 #include <QFormLayout>
@@ -22,6 +24,32 @@ QColor mixed(const QColor &first, const QColor &second, qreal share)
     return QColor::fromRgbF(mix(first.redF(), second.redF()), mix(first.greenF(), second.greenF()),
                             mix(first.blueF(), second.blueF()));
 }
+
+constexpr const char *toneProperty = "tone";
+
+/// The colour is made from the parent's palette, since the label's own has the colour of before.
+void paintTone(QLabel *label)
+{
+    const QPalette around = label->parentWidget() ? label->parentWidget()->palette() : QApplication::palette(label);
+    const auto tone = static_cast<Tone>(label->property(toneProperty).toInt());
+    const QColor color = tone == Tone::Wrong ? wrong(around) : tone == Tone::Good ? good(around) : faded(around);
+    QPalette palette = label->palette();
+    if (palette.color(QPalette::WindowText) == color)
+        return;
+    palette.setColor(QPalette::WindowText, color);
+    label->setPalette(palette);
+}
+
+class ToneKeeper : public QObject
+{
+public:
+    bool eventFilter(QObject *object, QEvent *event) override
+    {
+        if (event->type() == QEvent::PaletteChange)
+            paintTone(static_cast<QLabel *>(object));
+        return false;
+    }
+};
 
 QPixmap triangle(int size, const QColor &fill, const QColor &mark)
 {
@@ -63,6 +91,13 @@ QColor good(const QPalette &palette)
 QColor faded(const QPalette &palette)
 {
     return mixed(palette.color(QPalette::WindowText), palette.color(QPalette::Window), 0.38);
+}
+
+QColor link(const QPalette &palette)
+{
+    constexpr int readable = 140;
+    const QColor own = palette.color(QPalette::Link);
+    return isDark(palette) && own.lightness() < readable ? QColor(120, 170, 250) : own;
 }
 
 QColor tinted(const QPalette &palette, const QColor &color)
@@ -135,11 +170,13 @@ QString narrow(const QString &text)
     return broken;
 }
 
-void setTextColor(QLabel *label, const QColor &color)
+void setTone(QLabel *label, Tone tone)
 {
-    QPalette palette = label->palette();
-    palette.setColor(QPalette::WindowText, color);
-    label->setPalette(palette);
+    static ToneKeeper keeper;
+    label->setProperty(toneProperty, static_cast<int>(tone));
+    label->removeEventFilter(&keeper);
+    label->installEventFilter(&keeper);
+    paintTone(label);
 }
 
 } // namespace look

@@ -26,6 +26,8 @@ QColor wrong(const QPalette &palette);
 QColor good(const QPalette &palette);
 /// Between the palette's text and its background.
 QColor faded(const QPalette &palette);
+/// The palette's own colour of links, unless it is that of light palettes on a dark one.
+QColor link(const QPalette &palette);
 /// The palette's background with a touch of `color`.
 QColor tinted(const QPalette &palette, const QColor &color);
 
@@ -53,7 +55,15 @@ QString brief(const QString &text);
 /// The same for a narrow label, with places to break a line within long words, such as names and addresses.
 QString narrow(const QString &text);
 
-void setTextColor(QLabel *label, const QColor &color);
+/// What a label's text is about.
+enum class Tone {
+    Faded,
+    Wrong,
+    Good,
+};
+
+/// Gives the text the colour of its tone, on this palette and on those that come later.
+void setTone(QLabel *label, Tone tone);
 
 } // namespace look
 

@@ -21,6 +21,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QProgressBar>
+#include <QScreen>
 #include <QScrollArea>
 #include <QSplitter>
 #include <QStackedWidget>
@@ -59,7 +60,7 @@ MainWindow::MainWindow(QWidget *parent)
     buildStatusBar();
     buildActions();
     wire();
-    resize(look::letters(this, 190), fontMetrics().height() * 46);
+    resize(QSize(look::letters(this, 190), fontMetrics().height() * 46).boundedTo(screen()->availableSize()));
     m_panes->setSizes({look::letters(this, 34), look::letters(this, 96), look::letters(this, 60)});
     m_table->setFocus();
 }
@@ -85,8 +86,8 @@ void MainWindow::buildPanes()
     m_panes->setStretchFactor(0, 1);
     m_panes->setStretchFactor(1, 4);
     m_panes->setStretchFactor(2, 2);
-    m_links->setMinimumWidth(look::letters(this, 20));
-    m_panes->widget(1)->setMinimumWidth(look::letters(this, 64));
+    m_links->setMinimumWidth(look::letters(this, 24));
+    m_panes->widget(1)->setMinimumWidth(look::letters(this, 66));
     m_side->setMinimumWidth(look::letters(this, 42));
 
     auto *const central = new QWidget(this);
@@ -143,10 +144,7 @@ QWidget *MainWindow::sidePane()
         m_side->addWidget(scrolled(page));
     for (const SidePanel *const panel : {static_cast<SidePanel *>(m_addTag), static_cast<SidePanel *>(m_addRun),
                                          static_cast<SidePanel *>(m_report), static_cast<SidePanel *>(m_shortcuts)})
-        connect(panel, &SidePanel::closed, this, [this] {
-            showDetails();
-            m_table->setFocus();
-        });
+        connect(panel, &SidePanel::closed, this, &MainWindow::closePanel);
     return m_side;
 }
 
@@ -165,10 +163,9 @@ void MainWindow::buildStatusBar()
     m_status->setContentsMargins(look::gap(this), 0, 0, 0);
     statusBar()->addWidget(m_status, 1);
     for (QWidget *const widget :
-         {static_cast<QWidget *>(m_jobTitle), static_cast<QWidget *>(m_progress), static_cast<QWidget *>(m_cancel)}) {
+         {static_cast<QWidget *>(m_jobTitle), static_cast<QWidget *>(m_progress), static_cast<QWidget *>(m_cancel)})
         statusBar()->addPermanentWidget(widget);
-        widget->hide();
-    }
+    setProgressVisible(false);
 }
 
 void MainWindow::wire()

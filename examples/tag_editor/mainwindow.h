@@ -80,16 +80,21 @@ private:
     void focusTable();
     void focusDetails();
     void nextWrongAddress();
+    void showWrong(int id);
 
     bool report(const QString &problem);
     bool isReady();
+    bool mayEdit();
     void start(LongJob *job);
+    void setProgressVisible(bool isVisible);
     void finish(const QString &problem, const QString &result);
     void showReport();
     void escape();
     void projectOpened();
     void scopeChanged();
     void showCounts();
+    bool isInPanel() const;
+    void closePanel();
     int linkForNewTags() const;
     void takeSuggestion(int id, const QString &address);
 

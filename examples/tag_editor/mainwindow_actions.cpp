@@ -9,17 +9,20 @@
 #include "linktree.h"
 #include "listpanels.h"
 #include "messagebar.h"
+#include "nextwrongjob.h"
 #include "runjob.h"
 #include "tagdetails.h"
 #include "tagmodel.h"
 #include "tagtable.h"
 
 #include <zelmar_label/tag_store/tagsystem.h>
+#include <zelmar_label/widgets/simpleaddresspicker.h>
 
 #include <QAction>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
+#include <QPushButton>
 #include <QStackedWidget>
 #include <QToolBar>
 #include <QToolButton>
@@ -75,8 +78,9 @@ void MainWindow::buildActions()
     bar->addSeparator();
     bar->addAction(
         addCommand(tr("Rename"), tr("Rename the selected tag"), keys("F2"), "renameAction", &MainWindow::renameTag));
-    bar->addAction(addCommand(tr("Address"), tr("Edit the selected tag's address"), keys("F4"), "addressAction",
-                              &MainWindow::editAddress));
+    bar->addAction(addCommand(tr("Address"),
+                              tr("Edit the selected tag's address; in an address field, open the picker"), keys("F4"),
+                              "addressAction", &MainWindow::editAddress));
     bar->addAction(addCommand(tr("Next invalid"), tr("Go to the next tag whose address is not valid"), keys("F8"),
                               "nextWrongAction", &MainWindow::nextWrongAddress));
     addCommand(tr("Search"), tr("Search tags by name"), keys("Ctrl+F"), "searchAction", &MainWindow::focusSearch);
@@ -134,6 +138,8 @@ void MainWindow::escape()
 {
     if (m_job)
         m_job->cancel();
+    else if (isInPanel())
+        closePanel();
     else if (!m_messages->isHidden())
         m_messages->clear();
     else if (m_side->currentIndex() != DetailsPage)
@@ -142,6 +148,17 @@ void MainWindow::escape()
         m_search->clear();
     else
         m_table->setFocus();
+}
+
+bool MainWindow::isInPanel() const
+{
+    return m_side->currentIndex() != DetailsPage && m_side->isAncestorOf(focusWidget());
+}
+
+void MainWindow::closePanel()
+{
+    showDetails();
+    m_table->setFocus();
 }
 
 /// The one that is shown, or that of the selected tag among all.
@@ -187,12 +204,18 @@ void MainWindow::showShortcuts()
 
 void MainWindow::renameTag()
 {
-    m_table->editCell(TagModel::Name);
+    if (mayEdit())
+        m_table->editCell(TagModel::Name);
 }
 
 void MainWindow::editAddress()
 {
-    m_table->editCell(TagModel::Address);
+    const QWidget *const focused = focusWidget();
+    const auto *const picker = focused ? qobject_cast<SimpleAddressPicker *>(focused->parentWidget()) : nullptr;
+    if (picker)
+        picker->findChild<QPushButton *>()->click();
+    else if (mayEdit())
+        m_table->editCell(TagModel::Address);
 }
 
 void MainWindow::focusSearch()
@@ -219,15 +242,15 @@ void MainWindow::focusDetails()
 
 void MainWindow::nextWrongAddress()
 {
-    const int row = m_model->nextWrong(m_table->currentIndex().row());
-    if (row < 0) {
-        m_messages->show(MessageBar::Kind::Done, tr("All addresses shown are valid."));
-        return;
-    }
-    m_messages->clear();
+    if (isReady() && m_session.isOpen())
+        start(new NextWrongJob(m_session, m_model->ids(), m_table->currentIndex().row(), this));
+}
+
+void MainWindow::showWrong(int id)
+{
     showDetails();
     m_table->setFocus();
-    m_table->selectTag(m_model->idAt(row));
+    m_table->selectTag(id);
 }
 
 void MainWindow::takeSuggestion(int id, const QString &address)

@@ -6,14 +6,18 @@
 #include "csvjobs.h"
 #include "listpanels.h"
 #include "messagebar.h"
+#include "nextwrongjob.h"
 #include "tagmodel.h"
 
 #include <QFileDialog>
 #include <QLabel>
 #include <QProgressBar>
+#include <QTimer>
 #include <QToolButton>
 
 namespace {
+
+constexpr int shortWorkInMilliseconds = 100;
 
 /// A dialog that waits beside the program, not in front of it.
 QFileDialog *fileDialog(QWidget *parent, const QString &title, const QString &filter, QFileDialog::AcceptMode mode)
@@ -95,6 +99,12 @@ bool MainWindow::isReady()
     return report(m_job ? tr("%1 is still running; Escape stops it.").arg(m_job->title()) : QString());
 }
 
+/// True without a project, too: there is nothing to edit then.
+bool MainWindow::mayEdit()
+{
+    return isReady() && report(m_session.isOpen() ? m_session.refusalToWrite() : QString());
+}
+
 void MainWindow::start(LongJob *job)
 {
     m_job = job;
@@ -105,24 +115,32 @@ void MainWindow::start(LongJob *job)
         m_progress->setValue(done);
     });
     connect(job, &LongJob::finished, this, &MainWindow::finish);
-    for (QWidget *const widget :
-         {static_cast<QWidget *>(m_jobTitle), static_cast<QWidget *>(m_progress), static_cast<QWidget *>(m_cancel)})
-        widget->show();
+    // What is over at once would only flicker.
+    QTimer::singleShot(shortWorkInMilliseconds, job, [this, job] { setProgressVisible(job == m_job); });
     job->start();
+}
+
+void MainWindow::setProgressVisible(bool isVisible)
+{
+    m_jobTitle->setVisible(isVisible);
+    m_progress->setVisible(isVisible);
+    m_cancel->setVisible(isVisible);
 }
 
 void MainWindow::finish(const QString &problem, const QString &result)
 {
+    const auto *const search = qobject_cast<NextWrongJob *>(m_job);
+    const int wrong = search ? search->found() : -1;
     const auto *const import = qobject_cast<ImportJob *>(m_job);
     const QList<ImportPlan::Refusal> refusals = import ? import->refusals() : QList<ImportPlan::Refusal>();
     m_job->deleteLater();
     m_job = nullptr;
     m_model->setLocked(false);
-    for (QWidget *const widget :
-         {static_cast<QWidget *>(m_jobTitle), static_cast<QWidget *>(m_progress), static_cast<QWidget *>(m_cancel)})
-        widget->hide();
+    setProgressVisible(false);
     if (report(problem))
         m_messages->show(MessageBar::Kind::Done, result);
+    if (wrong >= 0)
+        showWrong(wrong);
     if (refusals.isEmpty())
         return;
     m_report->show(refusals);

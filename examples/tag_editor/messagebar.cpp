@@ -74,18 +74,20 @@ void MessageBar::paint()
 {
     const QPalette own = parentWidget() ? parentWidget()->palette() : palette();
     const QColor color = m_kind == Kind::Problem ? look::wrong(own) : look::good(own);
-    QPalette tinted = own;
-    tinted.setColor(QPalette::Window, look::tinted(own, color));
-    if (tinted.color(QPalette::Window) == palette().color(QPalette::Window))
+    const QColor ground = look::tinted(own, color);
+    const QColor text = own.color(QPalette::Text);
+    if (palette().color(QPalette::Window) == ground && palette().color(QPalette::WindowText) == text)
         return;
+    QPalette tinted;
+    tinted.setColor(QPalette::Window, ground);
+    tinted.setColor(QPalette::WindowText, text);
     setPalette(tinted);
-    m_text->setPalette(tinted);
-    look::setTextColor(m_text, own.color(QPalette::Text));
 }
 
 void MessageBar::changeEvent(QEvent *event)
 {
     QFrame::changeEvent(event);
-    if (event->type() == QEvent::StyleChange || event->type() == QEvent::ParentChange)
+    if (event->type() == QEvent::PaletteChange || event->type() == QEvent::StyleChange ||
+        event->type() == QEvent::ParentChange)
         paint();
 }

@@ -38,6 +38,13 @@ void removeConnection(const QString &key)
         QSqlDatabase::removeDatabase(key);
 }
 
+/// While it writes, SQLite keeps a journal beside the file.
+bool mayWrite(const QString &path)
+{
+    const QFileInfo file(path);
+    return file.isWritable() && QFileInfo(file.absolutePath()).isWritable();
+}
+
 /// `text` as a sentence of its own.
 QString sentence(const QString &text)
 {
@@ -78,7 +85,7 @@ QSqlDatabase ProjectSession::database() const
 /// Registers and opens the file as connection `key`, and looks whether it is a project.
 QString ProjectSession::connect(const QString &path, const QString &key) const
 {
-    const bool isWritable = QFileInfo(path).isWritable();
+    const bool isWritable = mayWrite(path);
     QSqlDatabase db = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), key);
     db.setConnectOptions(isWritable ? QStringLiteral("QSQLITE_BUSY_TIMEOUT=1000")
                                     : QStringLiteral("QSQLITE_BUSY_TIMEOUT=1000;QSQLITE_OPEN_READONLY"));
@@ -106,7 +113,7 @@ QString ProjectSession::open(const QString &path)
     const QString key = freeKey();
     const QString problem = connect(path, key);
     if (problem.isEmpty())
-        take(path, key, QFileInfo(path).isWritable());
+        take(path, key, mayWrite(path));
     else
         removeConnection(key);
     return problem;
@@ -134,6 +141,8 @@ void ProjectSession::close()
     m_stored.reset();
     m_tags->closeDatabase();
     m_tags = nullptr;
+    // The library keeps what it made for a project, with the names of all tags, even when that is closed.
+    TagSystem::drop();
 }
 
 QString ProjectSession::openSample(const QString &path)

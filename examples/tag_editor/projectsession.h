@@ -19,7 +19,8 @@ class StoredText;
 class TagSystem;
 
 /// The project that is being edited. One at a time in a program, since the library's widgets ask for the stations of
-/// the application's current project. Everything that is written to the project's tags goes through here.
+/// the application's current project, and since closing it drops all that the library knows of projects. Everything
+/// that is written to the project's tags goes through here.
 ///
 /// Operations that can fail give the reason, for a person; an empty text means that all went well.
 class ProjectSession : public QObject
@@ -57,6 +58,8 @@ public:
     QString change(int id, const QString &address, int dataType, int scale);
     QString add(const QString &name, int linkId, int dataType, const QString &address, int scale);
 
+    /// Why no tag can be written; empty when tags can.
+    QString refusalToWrite() const;
     /// Why a tag cannot be called so; empty when it can.
     QString nameProblem(const QString &name) const;
 
@@ -74,7 +77,6 @@ Q_SIGNALS:
 
 private:
     QString connect(const QString &path, const QString &key) const;
-    QString refusalToWrite() const;
     QString refusalToWrite(int id) const;
     void take(const QString &path, const QString &key, bool isWritable);
     void close();

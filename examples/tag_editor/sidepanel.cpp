@@ -62,9 +62,7 @@ void SidePanel::setTabStops(const QList<QWidget *> &fields)
 void SidePanel::keyPressEvent(QKeyEvent *event)
 {
     const bool isEnter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
-    if (event->key() == Qt::Key_Escape)
-        Q_EMIT closed();
-    else if (isEnter && m_accept && m_accept->isEnabled())
+    if (isEnter && m_accept && m_accept->isEnabled())
         m_accept->click();
     else
         QWidget::keyPressEvent(event);

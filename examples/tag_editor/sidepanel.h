@@ -12,8 +12,8 @@ class QPushButton;
 class QVBoxLayout;
 QT_END_NAMESPACE
 
-/// A form beside the table: a title, what a derived class puts in, and buttons. Enter does what it is for, Escape
-/// leaves it.
+/// A form beside the table: a title, what a derived class puts in, and buttons. Enter does what it is for.
+/// Escape is left to the window, where something nearer may be to leave.
 class SidePanel : public QWidget
 {
     Q_OBJECT

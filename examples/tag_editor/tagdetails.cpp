@@ -12,6 +12,7 @@
 #include <zelmar_label/label_table/labelinterface.h>
 #include <zelmar_label/tag_store/tagsystem.h>
 
+#include <QEvent>
 #include <QFormLayout>
 #include <QGroupBox>
 #include <QLabel>
@@ -146,13 +147,21 @@ void TagDetails::showTag(int id)
     refresh();
 }
 
+void TagDetails::changeEvent(QEvent *event)
+{
+    QWidget::changeEvent(event);
+    // The colour of the links stands in their text.
+    if (event->type() == QEvent::PaletteChange && m_session.isOpen() && m_id >= 0)
+        showVerdict(m_session.verdict(m_id, m_session.tag(m_id)));
+}
+
 void TagDetails::refresh()
 {
     m_body->setVisible(m_id >= 0);
     m_problem->hide();
     m_suggestions->hide();
     m_value->showTag(m_id);
-    look::setTextColor(m_subtitle, look::faded(palette()));
+    look::setTone(m_subtitle, look::Tone::Faded);
     if (m_id < 0) {
         m_title->setText(tr("No tag is selected"));
         m_subtitle->setText(tr("Select a tag to see its command, its blocks and its bytes."));
@@ -175,10 +184,11 @@ void TagDetails::showVerdict(const AddressVerdict &verdict)
 {
     m_problem->setText(look::narrow(tr("The address is not valid: %1.").arg(verdict.reason)));
     m_problem->setVisible(!verdict.isAccepted());
-    look::setTextColor(m_problem, look::wrong(palette()));
+    look::setTone(m_problem, look::Tone::Wrong);
     QStringList links;
     for (const QString &address : verdict.suggestions)
-        links.append(QStringLiteral("<a href=\"%1\">%1</a>").arg(address.toHtmlEscaped()));
+        links.append(QStringLiteral("<a href=\"%1\" style=\"color:%2\">%1</a>")
+                         .arg(address.toHtmlEscaped(), look::link(palette()).name()));
     m_suggestions->setText(tr("Nearest: %1").arg(links.join(QStringLiteral(", "))));
     m_suggestions->setVisible(!links.isEmpty());
 }
@@ -218,10 +228,10 @@ void TagDetails::showBlocks()
     QList<CommunicatorCommand> blocks;
     if (!m_session.tags().creatBlockCommand(m_id, m_count->value(), blocks)) {
         m_blockText->setText(blockProblem(m_count->value()));
-        look::setTextColor(m_blockText, look::wrong(palette()));
+        look::setTone(m_blockText, look::Tone::Wrong);
         return;
     }
-    look::setTextColor(m_blockText, look::faded(palette()));
+    look::setTone(m_blockText, look::Tone::Faded);
     m_blockText->setText(blocks.size() > mostShownBlocks
                              ? tr("%1 requests; the first %2:").arg(blocks.size()).arg(mostShownBlocks)
                              : counted(blocks.size(), tr("1 request:"), tr("%1 requests:")));

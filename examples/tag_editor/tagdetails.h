@@ -34,6 +34,9 @@ Q_SIGNALS:
     /// The user wants the tag to have a suggested address.
     void addressWanted(int id, const QString &address);
 
+protected:
+    void changeEvent(QEvent *event) override;
+
 private:
     QGroupBox *commandGroup();
     QGroupBox *blockGroup();

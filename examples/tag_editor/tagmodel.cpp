@@ -92,16 +92,6 @@ int TagModel::rowOf(int id) const
     return m_ids.indexOf(id);
 }
 
-int TagModel::nextWrong(int row) const
-{
-    for (int step = 1; step <= m_ids.size(); ++step) {
-        const int at = (row + step) % m_ids.size();
-        if (!record(m_ids.at(at)).verdict.isAccepted())
-            return at;
-    }
-    return -1;
-}
-
 const TagModel::Record &TagModel::record(int id) const
 {
     if (Record *known = m_records.object(id))

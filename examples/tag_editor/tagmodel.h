@@ -64,9 +64,8 @@ public:
     /// -1 when the tag is not shown.
     int rowOf(int id) const;
     int idAt(int row) const { return m_ids.value(row, -1); }
-
-    /// The first row behind `row`, from the top again after the last, whose address is not valid; -1 for none.
-    int nextWrong(int row) const;
+    /// The tags shown, from top to bottom.
+    const QVector<int> &ids() const { return m_ids; }
 
     /// How many rows were read so far.
     int fetchCount() const { return m_fetchCount; }

@@ -53,7 +53,7 @@ struct FirstItem
 
 QString verdictOf(ProjectSession &session, const RunSettings &settings)
 {
-    if (settings.firstAddress.isEmpty() && settings.link != 0)
+    if (settings.firstAddress.isEmpty() && session.judge().link(settings.link).label)
         return Texts::tr("Type the first address.");
     const AddressVerdict verdict =
         session.judge().judge(settings.link, settings.dataType, settings.firstAddress, settings.scale);

@@ -54,12 +54,12 @@ void TagTable::applyLook()
     const int line = fontMetrics().height();
     verticalHeader()->setDefaultSectionSize(line * 8 / 5);
     horizontalHeader()->setMinimumSectionSize(look::letters(this, 8));
-    horizontalHeader()->resizeSection(TagModel::Type, look::letters(this, 12));
-    horizontalHeader()->resizeSection(TagModel::Address, look::letters(this, 20));
+    horizontalHeader()->resizeSection(TagModel::Type, look::letters(this, 11));
+    horizontalHeader()->resizeSection(TagModel::Address, look::letters(this, 17));
     horizontalHeader()->resizeSection(TagModel::Access, look::letters(this, 12));
-    horizontalHeader()->resizeSection(TagModel::Scale, look::letters(this, 9));
+    horizontalHeader()->resizeSection(TagModel::Scale, look::letters(this, 8));
     m_model.setLook(look::monospace(font()), look::wrong(palette()), look::wrongIcon(palette(), line));
-    look::setTextColor(m_hint, look::faded(palette()));
+    look::setTone(m_hint, look::Tone::Faded);
 }
 
 void TagTable::changeEvent(QEvent *event)

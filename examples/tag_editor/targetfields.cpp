@@ -56,7 +56,6 @@ TargetFields::TargetFields(ProjectSession &session, const QString &addressTitle,
     m_addressLabel = qobject_cast<QLabel *>(form->labelForField(m_place));
     m_none = new QLineEdit(m_place);
     m_none->setEnabled(false);
-    m_none->setPlaceholderText(tr("Internal tags have no address"));
     m_placeLayout->addWidget(m_none);
     connect(m_link, QOverload<int>::of(&QComboBox::currentIndexChanged), this, &TargetFields::replacePicker);
     connect(m_type, QOverload<int>::of(&QComboBox::currentIndexChanged), this, &TargetFields::showRows);
@@ -110,6 +109,7 @@ void TargetFields::showRows()
         m_picker->setDataTypeIndex(dataType());
     m_length->setVisible(dataType() == tagtype::Ascii);
     m_none->setVisible(!m_picker);
+    m_none->setPlaceholderText(link() == 0 ? tr("Internal tags have no address") : tr("There is no driver"));
     Q_EMIT changed();
 }
 

@@ -34,6 +34,8 @@ public:
     int scale() const;
     /// Empty for an internal tag.
     QString address() const;
+    /// False where there is no device to have an address on: for internal tags, and links without a driver.
+    bool hasAddress() const { return m_picker != nullptr; }
 
     void setLink(int id);
     void setDataType(int type);

@@ -153,7 +153,7 @@ void ValuePanel::showProblem(const QString &reason, const QLineEdit *typed)
 {
     m_problem->setText(look::narrow(reason));
     m_problem->setVisible(!reason.isEmpty());
-    look::setTextColor(m_problem, look::wrong(palette()));
+    look::setTone(m_problem, look::Tone::Wrong);
     if (reason.isEmpty())
         return;
     for (QLineEdit *const edit : {m_value, m_hexadecimal, m_octal, m_bytes}) {

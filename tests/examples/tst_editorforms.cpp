@@ -12,12 +12,14 @@
 
 #include <QClipboard>
 #include <QComboBox>
+#include <QDialog>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QProgressBar>
 #include <QPushButton>
 #include <QSpinBox>
 #include <QTableWidget>
+#include <QTimer>
 
 /// What the editor tells of a tag, and its forms for new tags.
 class TestEditorForms : public QObject, private EditorFixture
@@ -47,6 +49,9 @@ private Q_SLOTS:
     void runIsAdded();
     void runOfInternalTags();
     void runCanBeCancelled();
+    void escapeInTheFormStopsTheRun();
+    void linkWithoutDriver();
+    void pickerByKey();
 
 private:
     QWidget *panel(const char *name, Qt::Key key);
@@ -496,6 +501,70 @@ void TestEditorForms::runCanBeCancelled()
     QCOMPARE(rows(), before);
     QCOMPARE(m_window->findChild<TagModel *>()->rowCount(), 3);
     QVERIFY(m_window->session().tags().isNewTag(QStringLiteral("Tag_0001")));
+}
+
+/// What runs is nearer to leave than the form that the focus is in.
+void TestEditorForms::escapeInTheFormStopsTheRun()
+{
+    open(someTags());
+    const QStringList before = rows();
+    QWidget *const form = panel("addRunPanel", Qt::Key_R);
+    form->findChild<QLineEdit *>(QStringLiteral("addressEdit"))->setText(QStringLiteral("D0"));
+    child<QSpinBox>("runTotal")->setValue(8000);
+    QTest::keyClick(child<QLineEdit>("runPrefix"), Qt::Key_Return);
+    waitForProgress();
+    QVERIFY(m_window->isBusy());
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Escape);
+    waitForJob();
+    QCOMPARE(messageOf(*m_window), QStringLiteral("Adding 8,000 tags: cancelled, nothing is changed."));
+    QCOMPARE(rows(), before);
+    QVERIFY(form->isVisible());
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Escape);
+    QVERIFY(!form->isVisible());
+}
+
+void TestEditorForms::linkWithoutDriver()
+{
+    open(someTags());
+    const QString reason = QStringLiteral("ddress is not valid: link 3: there is no driver \"No such PLC\".");
+    const auto chooseLink = [](const QWidget *form) {
+        auto *const links = form->findChild<QComboBox *>(QStringLiteral("linkCombo"));
+        links->setCurrentIndex(links->findData(3));
+        QVERIFY(!form->findChild<QLineEdit *>(QStringLiteral("addressEdit")));
+        QStringList hints;
+        for (const QLineEdit *const edit : form->findChildren<QLineEdit *>()) {
+            if (edit->isVisible() && !edit->isEnabled())
+                hints.append(edit->placeholderText());
+        }
+        QCOMPARE(hints, QStringList{QStringLiteral("There is no driver")});
+    };
+    chooseLink(panel("addTagForm", Qt::Key_N));
+    QTest::keyClicks(child<QLineEdit>("newTagName"), QStringLiteral("New"));
+    QCOMPARE(label("newTagVerdict"), QLatin1String("The a") + reason);
+    QVERIFY(!child<QPushButton>("newTagAdd")->isEnabled());
+    chooseLink(panel("addRunPanel", Qt::Key_R));
+    QCOMPARE(label("runVerdict"), QLatin1String("The first a") + reason);
+    QVERIFY(!child<QPushButton>("runAdd")->isEnabled());
+}
+
+/// The picker's button takes no focus, so that a key has to open it.
+void TestEditorForms::pickerByKey()
+{
+    open(someTags());
+    auto *const edit = panel("addTagForm", Qt::Key_N)->findChild<QLineEdit *>(QStringLiteral("addressEdit"));
+    edit->setFocus();
+    QString opened;
+    QTimer::singleShot(0, this, [&opened] {
+        auto *const dialog = qobject_cast<QDialog *>(QApplication::activeModalWidget());
+        if (!dialog)
+            return;
+        opened = QLatin1String(dialog->metaObject()->className());
+        dialog->findChild<QLineEdit *>(QStringLiteral("RangeEditor"))->setText(QStringLiteral("7"));
+        QTest::keyClick(dialog, Qt::Key_Return);
+    });
+    QTest::keyClick(edit, Qt::Key_F4);
+    QCOMPARE(opened, QStringLiteral("AddressPickerDialog"));
+    QVERIFY2(edit->text().endsWith(QLatin1Char('7')), qPrintable(edit->text()));
 }
 
 QTEST_MAIN(TestEditorForms)

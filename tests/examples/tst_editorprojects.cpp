@@ -4,6 +4,7 @@
 #include "examples/editorfixtures.h"
 
 #include "tagmodel.h"
+#include "tagtable.h"
 #include "tagtypes.h"
 
 #include <zelmar_label/label_store/labelstore.h>
@@ -11,6 +12,7 @@
 
 #include <QAction>
 #include <QLineEdit>
+#include <QPointer>
 
 /// Files that are no projects, and messages of the library.
 class TestEditorProjects : public QObject, private EditorFixture
@@ -26,6 +28,9 @@ private Q_SLOTS:
     void badProjects_data();
     void badProjects();
     void badProjectKeepsTheOneBefore();
+    void projectBeforeIsForgotten();
+    void readOnlyProjects_data();
+    void readOnlyProjects();
     void missingTagTableIsMade();
     void libraryMessagesStandInTheBar();
 };
@@ -118,6 +123,56 @@ void TestEditorProjects::badProjectKeepsTheOneBefore()
     QCOMPARE(m_window->findChild<TagModel *>()->rowCount(), fewTags().size());
     QVERIFY(m_window->session().add(QStringLiteral("New"), 1, tagtype::Int16, QStringLiteral("D1"), 1).isEmpty());
     QCOMPARE(m_window->findChild<TagModel *>()->rowCount(), fewTags().size() + 1);
+}
+
+/// Of very many tags, what the library keeps of each project would fill the memory.
+void TestEditorProjects::projectBeforeIsForgotten()
+{
+    open(fewTags());
+    const QPointer<TagSystem> before = &m_window->session().tags();
+    QVERIFY(m_window->openProject(path("plant.db")));
+    QVERIFY(before.isNull());
+    QCOMPARE(m_window->findChild<TagModel *>()->rowCount(), fewTags().size());
+    QVERIFY(m_window->session().add(QStringLiteral("New"), 1, tagtype::Int16, QStringLiteral("D1"), 1).isEmpty());
+    QCOMPARE(rows().size(), fewTags().size() + 1);
+}
+
+void TestEditorProjects::readOnlyProjects_data()
+{
+    QTest::addColumn<QString>("guarded");
+    QTest::newRow("the file") << "plant/plant.db";
+    QTest::newRow("the folder, where the journal would be") << "plant";
+}
+
+void TestEditorProjects::readOnlyProjects()
+{
+    QFETCH(QString, guarded);
+    QVERIFY(QDir().mkpath(path("plant")));
+    writeProject(path("plant/plant.db"), fewTags());
+    const QString kept = path(qPrintable(guarded));
+    const QFile::Permissions before = QFile::permissions(kept);
+    QVERIFY(QFile::setPermissions(kept, QFile::ReadOwner | QFile::ExeOwner));
+    if (QFileInfo(kept).isWritable())
+        QSKIP("root may write everything");
+    const bool isOpen = m_window->openProject(path("plant/plant.db"));
+    const bool isReadOnly = label("statusText").endsWith(QStringLiteral("read only"));
+    const auto *const table = m_window->findChild<TagTable *>();
+    QTest::keyClick(m_window.data(), Qt::Key_F4);
+    const QString edited = messageOf(*m_window);
+    QTest::keyClick(m_window.data(), Qt::Key_N, Qt::ControlModifier);
+    QTest::keyClicks(child<QLineEdit>("newTagName"), QStringLiteral("New"));
+    QTest::keyClick(m_window.data(), Qt::Key_R, Qt::ControlModifier);
+    m_window->exportTo(path("out.csv"));
+    waitForJob();
+    QVERIFY(QFile::setPermissions(kept, before));
+    const QString refusal = QStringLiteral("The project may not be written.");
+    QVERIFY(isOpen);
+    QVERIFY(isReadOnly);
+    QCOMPARE(edited, refusal);
+    QVERIFY(!(table->model()->flags(table->model()->index(0, 0)) & Qt::ItemIsEditable));
+    QCOMPARE(label("newTagVerdict"), refusal);
+    QCOMPARE(label("runVerdict"), refusal);
+    QVERIFY(QFileInfo::exists(path("out.csv")));
 }
 
 void TestEditorProjects::missingTagTableIsMade()

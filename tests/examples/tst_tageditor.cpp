@@ -18,6 +18,9 @@
 #include <QLineEdit>
 #include <QStackedWidget>
 #include <QTableWidget>
+#include <QTextCursor>
+#include <QTextDocument>
+#include <QTreeWidget>
 
 /// The window and its models.
 class TestTagEditor : public QObject, private EditorFixture
@@ -46,6 +49,7 @@ private Q_SLOTS:
     void wrongAddresses();
     void rowsWithNumbersOfSystemTags();
     void nextWrongAddress();
+    void lookingForAWrongAddressCanBeCancelled();
     void suggestionIsTaken();
     void refusedNames_data();
     void refusedNames();
@@ -373,12 +377,30 @@ void TestTagEditor::nextWrongAddress()
     QStringList visited;
     for (int press = 0; press < 4; ++press) {
         QTest::keyClick(m_window.data(), Qt::Key_F8);
+        waitForJob();
         visited.append(text(m_table->currentIndex().row(), TagModel::Name));
     }
     QCOMPARE(visited.join(QLatin1Char(',')), QStringLiteral("Far,Lost,Old_speed,Far"));
     m_search->setText(QStringLiteral("valve"));
     QTest::keyClick(m_window.data(), Qt::Key_F8);
+    waitForJob();
     QCOMPARE(messageOf(*m_window), QStringLiteral("All addresses shown are valid."));
+}
+
+void TestTagEditor::lookingForAWrongAddressCanBeCancelled()
+{
+    QList<TagRow> rows;
+    for (int number = 0; number < 4000; ++number)
+        rows.append(tagRow(qPrintable(QStringLiteral("Speed_%1").arg(number)), 1, tagtype::Int16, "D1"));
+    open(rows);
+    QTest::keyClick(m_window.data(), Qt::Key_F8);
+    waitForProgress();
+    QVERIFY(m_window->isBusy());
+    QTest::keyClick(m_table, Qt::Key_Escape);
+    waitForJob();
+    QCOMPARE(messageOf(*m_window),
+             QStringLiteral("Looking for the next invalid address: cancelled, nothing is changed."));
+    QCOMPARE(m_table->currentIndex().row(), 0);
 }
 
 void TestTagEditor::suggestionIsTaken()
@@ -501,6 +523,14 @@ void TestTagEditor::escapeLeavesTheNearestThing()
     QTest::keyClick(m_window.data(), Qt::Key_N, Qt::ControlModifier);
     QCOMPARE(side->currentIndex(), 1);
     QVERIFY(!m_window->openProject(path("missing.db")));
+    const QString message = messageOf(*m_window);
+    QVERIFY(!message.isEmpty());
+    // Out of the panel first, where the focus is.
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Escape);
+    QCOMPARE(side->currentIndex(), 0);
+    QCOMPARE(messageOf(*m_window), message);
+    QCOMPARE(QApplication::focusWidget(), static_cast<QWidget *>(m_table));
+    QTest::keyClick(m_window.data(), Qt::Key_N, Qt::ControlModifier);
     m_search->setFocus();
     QTest::keyClick(m_search, Qt::Key_Escape);
     QCOMPARE(messageOf(*m_window), QString());
@@ -537,16 +567,48 @@ void TestTagEditor::paletteChange()
     const QPalette before = QApplication::palette();
     const QModelIndex wrong = m_model->index(names().indexOf(QStringLiteral("Far")), TagModel::Address);
     const auto lightness = [&wrong] { return wrong.data(Qt::ForegroundRole).value<QColor>().lightness(); };
+    QTest::keyClick(m_window.data(), Qt::Key_N, Qt::ControlModifier);
+    QVERIFY(!m_window->openProject(path("missing.db")));
+    const auto *const message = child<QLabel>("messageText");
+    const auto *const bar = child<QFrame>("messageBar");
+    m_table->selectTag(idOf("Far"));
+    const auto linkLightness = [this] {
+        QTextDocument suggestions;
+        suggestions.setHtml(label("detailsSuggestions"));
+        QTextCursor cursor(&suggestions);
+        cursor.movePosition(QTextCursor::End);
+        return cursor.charFormat().foreground().color().lightness();
+    };
+    const auto *const verdict = child<QLabel>("newTagVerdict");
+    const auto *const links = child<QTreeWidget>("linkTree");
+    const auto textLightness = [](const QWidget *widget) {
+        return widget->palette().color(QPalette::WindowText).lightness();
+    };
+    const auto countLightness = [links] { return links->topLevelItem(0)->foreground(1).color().lightness(); };
     QPalette dark = before;
     dark.setColor(QPalette::Base, Qt::black);
+    dark.setColor(QPalette::Window, Qt::black);
     dark.setColor(QPalette::Text, Qt::white);
+    dark.setColor(QPalette::WindowText, Qt::white);
     QApplication::setPalette(dark);
     QVERIFY(lightness() > 150);
+    QVERIFY(linkLightness() > 150);
+    QVERIFY(textLightness(message) > 150);
+    QVERIFY(bar->palette().color(QPalette::Window).lightness() < 100);
+    QVERIFY(textLightness(verdict) > 130);
+    QVERIFY(countLightness() > 130);
     QPalette light = before;
     light.setColor(QPalette::Base, Qt::white);
+    light.setColor(QPalette::Window, Qt::white);
     light.setColor(QPalette::Text, Qt::black);
+    light.setColor(QPalette::WindowText, Qt::black);
     QApplication::setPalette(light);
     QVERIFY(lightness() < 130);
+    QVERIFY(linkLightness() < 150);
+    QVERIFY(textLightness(message) < 100);
+    QVERIFY(bar->palette().color(QPalette::Window).lightness() > 200);
+    QVERIFY(textLightness(verdict) < 130);
+    QVERIFY(countLightness() < 130);
     QApplication::setPalette(before);
 }
 

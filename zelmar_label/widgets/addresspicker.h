@@ -147,12 +147,12 @@ private:
     /// While true, `updateRangeLabel` does nothing.
     bool m_updating = false;
     QList<int> m_tagTableCurrentRows;
+    /// Sorts the symbols; made on first use.
+    QSortFilterProxyModel *m_typesProxy = nullptr;
     /// The symbols offered, in the label's order.
     QStringList m_symbols;
     /// The font that the symbols were measured in.
     QFont m_fittedFont;
-    /// Sorts the symbols; made on first use.
-    QSortFilterProxyModel *m_typesProxy = nullptr;
 };
 
 #endif
