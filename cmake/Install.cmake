@@ -32,8 +32,10 @@ install(FILES "${PROJECT_BINARY_DIR}/zelmar_label.pc"
 # A program looks for its database and its scripts beside itself. Tool, database and scripts therefore share a folder, and
 # the tool is reached by a link. Programs that use the library copy database and scripts from here.
 set(program_dir ${CMAKE_INSTALL_LIBEXECDIR}/zelmar_label)
-install(DIRECTORY "${ZELMAR_LABEL_RUNTIME_DIR}/database" "${ZELMAR_LABEL_RUNTIME_DIR}/scripts"
-    DESTINATION ${program_dir} COMPONENT runtime)
+# Only what was shipped: whoever tries drivers leaves more beside the built programs.
+get_target_property(driver_scripts zelmar_label_drivers ZELMAR_LABEL_SCRIPTS)
+install(FILES "${ZELMAR_LABEL_RUNTIME_DIR}/database/drivers" DESTINATION ${program_dir}/database COMPONENT runtime)
+install(FILES ${driver_scripts} DESTINATION ${program_dir}/scripts COMPONENT runtime)
 if(ZELMAR_LABEL_TOOL)
     install(TARGETS zelmar-label RUNTIME DESTINATION ${program_dir} COMPONENT runtime)
     file(RELATIVE_PATH bin_to_program
