@@ -13,7 +13,7 @@ scripts/demo.sh | sed -n '/^\$ zelmar-label check/,/^\$ zelmar-label next/p' | s
         width = int(widest * 8.43) + 48
         height = NR * 19 + 46
         printf "<svg xmlns=\"http://www.w3.org/2000/svg\" width=\"%d\" height=\"%d\" viewBox=\"0 0 %d %d\" role=\"img\" ", width, height, width, height
-        print "aria-label=\"Addresses of three PLCs, judged by zelmar-label\">"
+        print "aria-label=\"Addresses of four PLCs, judged by zelmar-label\">"
         print "<rect width=\"100%\" height=\"100%\" rx=\"8\" fill=\"#1b1f27\"/>"
         print "<g font-family=\"DejaVu Sans Mono, Menlo, Consolas, monospace\" font-size=\"14\" fill=\"#d7dae0\" xml:space=\"preserve\">"
         for (i = 1; i <= NR; ++i) {

@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Builds the project and shows its main job: addresses of three PLCs, judged, stepped, split and cut into blocks, and the tags
+# Builds the project and shows its main job: addresses of four PLCs, judged, stepped, split and cut into blocks, and the tags
 # of a sample project with their commands and bytes.
 #   scripts/demo.sh                   on the terminal
 #   scripts/demo.sh --gui [PROJECT]   opens the example editor, on the sample project or another
@@ -38,7 +38,7 @@ if [ -t 1 ]; then bold=$'\e[1m'; plain=$'\e[0m'; fi
 show() {
     local words="" word
     for word in "$@"; do
-        if [[ $word == *" "* ]]; then word="\"$word\""; fi
+        if [[ $word == *[\ \>]* ]]; then word="\"$word\""; fi
         words+=" $word"
     done
     printf '\n%s$ zelmar-label%s%s\n' "$bold" "$words" "$plain"
@@ -49,10 +49,13 @@ show drivers
 show check "ISO on TCP" DB1.DBW4 4-DB12.DBX3.7 M10.7 M10.8 MW16383 DB2048.DBW0 Q0.0
 show check "FX5U Ethernet" D100 X17 X18 W1F K4M16 K4M12 D8000 Q9
 show check "Modbus TCP" 4x1 40001 400001 4x9.15 4x9.16 4x0 00001
+show check "OMRON FINS" CIO0010.13 D100.15 D100.16 D1O0
 show next "FX5U Ethernet" X17 --as bit --count 3
 show next "ISO on TCP" DB1.DBD4 --as dword --count 3
 show split "FX5U Ethernet" 2-D100 --as qword
 show blocks "Modbus TCP" 40001 --count 300
+
+show lint
 
 project=build/sample-project.db
 rm -f "$project"

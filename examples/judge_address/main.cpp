@@ -5,11 +5,13 @@
 #include <zelmar_label/label_table/labelinterface.h>
 
 #include <QCoreApplication>
+#include <QLoggingCategory>
 #include <QTextStream>
 
 int main(int argc, char *argv[])
 {
     QCoreApplication application(argc, argv);
+    QLoggingCategory::setFilterRules(QStringLiteral("default.debug=false")); // each format read writes a line
     QTextStream out(stdout);
     QString error;
     label::LabelInterface *device = label::createLabel(QStringLiteral("FX5U Ethernet"), error);

@@ -144,7 +144,12 @@ void DriverFiles::formErrorIsTold_data()
     add("a block size that is no number", head + header + changed(row, "\t1\tN", "\tmany\tN"),
         "5: 'blocksize' is no number: 'many'");
     add("a block size below 0", head + header + changed(row, "\t1\tN", "\t-1\tN"), "5: 'blocksize' is no number: '-1'");
-    add("a carriage return", head + header + changed(row, "\n", "\r\n"), "5: carriage return");
+    add("a carriage return", head + header + changed(row, "\n", "\r\n"),
+        "5: carriage return: save the file with line feeds alone, as sed -i 's/\\r$//' FILE does");
+    add("a file with carriage returns throughout", changed(head + header + row, "\n", "\r\n"),
+        "1: carriage return: save the file with line feeds alone, as sed -i 's/\\r$//' FILE does");
+    add("a byte order mark", QStringLiteral("\uFEFF") + head + header + row,
+        "1: byte order mark: save the file as UTF-8 without one");
     add("no header", head, "3: no header line");
     add("no rows", head + header, "4: no rows");
     add("an empty file", QString(), "1: empty file");

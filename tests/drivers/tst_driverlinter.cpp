@@ -147,6 +147,11 @@ private Q_SLOTS:
     void wrongSampleIsFound();
     void rowWithoutSampleIsAWarning();
     void bitAndRegisterMayBeWrittenAlike();
+    void readOfWordsHoldsTwiceAsManyBytes_data();
+    void readOfWordsHoldsTwiceAsManyBytes();
+    void fixedWidthIsFound_data();
+    void fixedWidthIsFound();
+    void upperCaseAloneIsFound();
     void doubledPatternIsFound();
     void doubledTablesAreFound();
     void shadowedRowShowsAnAddress();
@@ -289,6 +294,85 @@ void TestDriverLinter::bitAndRegisterMayBeWrittenAlike()
     setField(driver, 3, QStringLiteral("description"), QStringLiteral("M: value"));
     const QList<LintFinding> findings = lint(driver);
     QVERIFY2(findings.isEmpty(), told(findings).constData());
+}
+
+void TestDriverLinter::readOfWordsHoldsTwiceAsManyBytes_data()
+{
+    QTest::addColumn<QString>("blocksize");
+    QTest::addColumn<QStringList>("found");
+    QTest::newRow("as many bytes as words hold") << QStringLiteral("128") << QStringList();
+    QTest::newRow("one more") << QStringLiteral("129") << QStringList{QStringLiteral("4:block-above-limit")};
+}
+
+void TestDriverLinter::readOfWordsHoldsTwiceAsManyBytes()
+{
+    QFETCH(QString, blocksize);
+    QFETCH(QStringList, found);
+    DriverText driver = goodDriver();
+    driver.rows.append(driver.rows.at(1));
+    const QList<QPair<const char *, QString>> fields = {{"pattern", QStringLiteral("(B)(0*\\d{1,4})")},
+                                                        {"type", QStringLiteral("1")},
+                                                        {"description", QStringLiteral("B: byte, e.g. B7")},
+                                                        {"prefix_symbol", QStringLiteral("B")},
+                                                        {"data_size", QStringLiteral("1")},
+                                                        {"blocksize", blocksize}};
+    for (const auto &field : fields)
+        setField(driver, 3, QLatin1String(field.first), field.second);
+    const QList<LintFinding> findings = lint(driver);
+    QVERIFY2(ids(findings) == found, told(findings).constData());
+}
+
+void TestDriverLinter::fixedWidthIsFound_data()
+{
+    QTest::addColumn<int>("row");
+    QTest::addColumn<QString>("pattern");
+    QTest::addColumn<QString>("description");
+    QTest::addColumn<QString>("written");
+    QTest::newRow("of a register's number") << 1 << QStringLiteral("(D)(\\d{4})") << QStringLiteral("D: e.g. D0007")
+                                            << QStringLiteral("runs and blocks write D0007 as D7, ");
+    QTest::newRow("of a bit's number") << 2 << QStringLiteral("(M)(\\d{4})") << QStringLiteral("M: e.g. M0007")
+                                       << QStringLiteral("runs and blocks write M0007 as M7, ");
+    QTest::newRow("of a bit's word") << 0 << QStringLiteral("(D)(\\d{4}\\.(?:1[0-5]|0?\\d))")
+                                     << QStringLiteral("Dn.b: e.g. D0007.5")
+                                     << QStringLiteral("runs and blocks write D0007.5 as D7.5, ");
+    QTest::newRow("of a bit") << 0 << QStringLiteral("(D)(0*\\d{1,4}\\.(?:1[0-5]|0\\d))")
+                              << QStringLiteral("Dn.b: e.g. D7.05")
+                              << QStringLiteral("runs and blocks write D7.05 as D7.5, ");
+}
+
+void TestDriverLinter::fixedWidthIsFound()
+{
+    QFETCH(int, row);
+    QFETCH(QString, pattern);
+    QFETCH(QString, description);
+    QFETCH(QString, written);
+    DriverText driver = goodDriver();
+    setField(driver, row, QStringLiteral("pattern"), pattern);
+    setField(driver, row, QStringLiteral("description"), description);
+    const QList<LintFinding> findings = lint(driver);
+    const LintFinding *const found =
+        findingOf(findings, QStringLiteral("run-refused"), row + 1, QStringLiteral("pattern"));
+    QVERIFY2(found, told(findings).constData());
+    QVERIFY2(found->what.startsWith(written), qPrintable(found->what));
+    QVERIFY(found->isError());
+}
+
+void TestDriverLinter::upperCaseAloneIsFound()
+{
+    DriverText driver = goodDriver();
+    setField(driver, 2, QStringLiteral("pattern"), QStringLiteral("(M)(0*[0-9A-F]{1,4})"));
+    setField(driver, 2, QStringLiteral("description"), QStringLiteral("M: relay, e.g. M1F"));
+    setField(driver, 2, QStringLiteral("multiple_rule"), QStringLiteral("union-hex:n"));
+    setField(driver, 2, QStringLiteral("base"), QStringLiteral("16"));
+    const QList<LintFinding> findings = lint(driver);
+    QVERIFY2(ids(findings) == QStringList(QStringLiteral("3:run-refused")), told(findings).constData());
+    QCOMPARE(findings.first().what,
+             QStringLiteral("runs and blocks write M1F as M1f, which the row does not take for the same"));
+    QCOMPARE(findings.first().column, QStringLiteral("pattern"));
+    QVERIFY(findings.first().isError());
+
+    setField(driver, 2, QStringLiteral("pattern"), QStringLiteral("(M)(0*[0-9A-Fa-f]{1,4})"));
+    QVERIFY2(lint(driver).isEmpty(), told(lint(driver)).constData());
 }
 
 void TestDriverLinter::doubledPatternIsFound()

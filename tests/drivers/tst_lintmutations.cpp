@@ -73,6 +73,13 @@ bool endsInItsGroup(const Subject &subject, int row)
            pattern.lastIndexOf(QLatin1String("(?:")) < pattern.lastIndexOf(QLatin1String(")("));
 }
 
+/// Leading zeros of the number are free.
+bool hasPlainDigits(const Subject &subject, int row)
+{
+    return isFixedRow(subject, row) && !isScripted(subject, row) &&
+           subject.field(row, "pattern").contains(QLatin1String("(0*\\d"));
+}
+
 bool isRuledBit(const Subject &subject, int row)
 {
     return isBit(subject, row) && !isScripted(subject, row);
@@ -262,6 +269,13 @@ QList<Mutation> mutations()
              subject.set(row, "pattern", subject.field(row, "pattern") + QLatin1Char('?'));
              return row + 1;
          }},
+        {"a pattern with leading zeros alone", "run-refused", "pattern", hasPlainDigits,
+         [](Subject &subject, int row) {
+             QString pattern = subject.field(row, "pattern");
+             subject.set(row, "description", QStringLiteral("nothing but zeros in front"));
+             subject.set(row, "pattern", pattern.replace(QLatin1String("(0*\\d"), QLatin1String("(00*\\d")));
+             return row + 1;
+         }},
         {"a pattern that refuses its example", "example-refused", "pattern", hasExample,
          [](Subject &subject, int row) {
              subject.set(row, "pattern", QLatin1Char('!') + subject.field(row, "pattern"));
@@ -331,6 +345,7 @@ private Q_SLOTS:
     void faultIsFound_data();
     void faultIsFound();
     void everyFaultIsTriedOnSomeDriver();
+    void guideTellsOfEveryFault();
     void doubledNameIsFound_data() { drivers(); }
     void doubledNameIsFound();
     void wrongSampleIsFound_data() { drivers(); }
@@ -432,6 +447,16 @@ void LintMutations::everyFaultIsTriedOnSomeDriver()
                                          [&mutation](const Subject &subject) { return rowFor(subject, mutation, 0); });
         QVERIFY2(isTried, mutation.name);
     }
+}
+
+void LintMutations::guideTellsOfEveryFault()
+{
+    QFile guide(QStringLiteral(ZELMAR_LABEL_DRIVERS_SOURCE) + QLatin1String("/../docs/driver-authors-guide.md"));
+    QVERIFY(guide.open(QIODevice::ReadOnly));
+    const QString text = QString::fromUtf8(guide.readAll());
+    const QList<Mutation> ways = mutations();
+    for (const Mutation &mutation : ways)
+        QVERIFY2(text.contains(QStringLiteral("`%1`").arg(QLatin1String(mutation.id))), mutation.id);
 }
 
 void LintMutations::doubledNameIsFound()

@@ -16,6 +16,7 @@
 #include <QHash>
 #include <QMap>
 #include <QRegExp>
+#include <QRegularExpression>
 #include <QSet>
 #include <QSqlDatabase>
 #include <QSqlError>
@@ -101,6 +102,17 @@ QString runtimeFolder()
 QString sourceFolder()
 {
     return QStringLiteral(ZELMAR_LABEL_DRIVERS_SOURCE);
+}
+
+/// The "driver" setting of a driver file.
+QString nameInFile(const QString &path)
+{
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly))
+        return QString();
+    const QStringList lines = QString::fromUtf8(file.readAll()).split(QLatin1Char('\n'));
+    const QStringList settings = lines.filter(QRegularExpression(QStringLiteral("^driver\t")));
+    return settings.value(0).section(QLatin1Char('\t'), 1);
 }
 
 void copyAfresh(const QString &from, const QString &to)
@@ -343,16 +355,25 @@ void ShippedDrivers::databaseHoldsExactlyTheDrivers()
     for (const ShippedDriver &one : qAsConst(m_drivers))
         names.append(one.name);
     names.sort();
-    const QStringList wanted = {QStringLiteral("ADS Index"),           QStringLiteral("FAM3 Ethernet"),
-                                QStringLiteral("FP Serial"),           QStringLiteral("FX3U Serial"),
-                                QStringLiteral("FX5U Ethernet"),       QStringLiteral("ISO on TCP"),
-                                QStringLiteral("KV Ethernet"),         QStringLiteral("LustBus ServoC/CDE Series"),
-                                QStringLiteral("MELSEC Q Ethernet"),   QStringLiteral("MicroLogix DF1 RS232"),
-                                QStringLiteral("MicroLogix Ethernet"), QStringLiteral("Modbus RTU"),
-                                QStringLiteral("Modbus TCP"),          QStringLiteral("OMRON FINS"),
-                                QStringLiteral("PLC5 DF1 CRC"),        QStringLiteral("S7 200 PPI"),
-                                QStringLiteral("Simatic S7-300 MPI")};
+    QStringList wanted;
+    const QDir folder(sourceFolder());
+    const QStringList files = folder.entryList({QStringLiteral("*.tsv")}, QDir::Files);
+    for (const QString &file : files)
+        wanted.append(nameInFile(folder.filePath(file)));
+    wanted.sort();
     QCOMPARE(names, wanted);
+    // Projects use these names.
+    const QStringList promised = {QStringLiteral("ADS Index"),           QStringLiteral("FAM3 Ethernet"),
+                                  QStringLiteral("FP Serial"),           QStringLiteral("FX3U Serial"),
+                                  QStringLiteral("FX5U Ethernet"),       QStringLiteral("ISO on TCP"),
+                                  QStringLiteral("KV Ethernet"),         QStringLiteral("LustBus ServoC/CDE Series"),
+                                  QStringLiteral("MELSEC Q Ethernet"),   QStringLiteral("MicroLogix DF1 RS232"),
+                                  QStringLiteral("MicroLogix Ethernet"), QStringLiteral("Modbus RTU"),
+                                  QStringLiteral("Modbus TCP"),          QStringLiteral("OMRON FINS"),
+                                  QStringLiteral("PLC5 DF1 CRC"),        QStringLiteral("S7 200 PPI"),
+                                  QStringLiteral("Simatic S7-300 MPI")};
+    for (const QString &name : promised)
+        QVERIFY2(names.contains(name), qPrintable(name));
 }
 
 void ShippedDrivers::rowsAreSound()
@@ -799,7 +820,7 @@ QString goodDriver()
         "driver\tGood\nblock_size\t7\nbit_block_size\t8\n"
         "end\tstart\tpattern\ttype\taddress_group_index\tdescription\tprefix_symbol\tdata_size\tmultiple_rule\t"
         "catch_table\tbase\tblocksize\tcontinue\n"
-        "0FF\t007\t(H)(0*[0-9A-F]{1,3})\t2\t2\tH: it's hexadecimal; it's kept\tH\t2\t\t\t16\t5\tY\n");
+        "0FF\t007\t(H)(0*[0-9A-Fa-f]{1,3})\t2\t2\tH: it's hexadecimal; it's kept\tH\t2\t\t\t16\t5\tY\n");
 }
 
 struct Compiled
@@ -860,7 +881,7 @@ void ShippedDrivers::compileMakesDatabase()
     }
     QSqlDatabase::removeDatabase(connection);
     QCOMPARE(rows.size(), 1);
-    QCOMPARE(rows.first().pattern, QStringLiteral("(H)(0*[0-9A-F]{1,3})"));
+    QCOMPARE(rows.first().pattern, QStringLiteral("(H)(0*[0-9A-Fa-f]{1,3})"));
     QCOMPARE(rows.first().description, QStringLiteral("H: it's hexadecimal; it's kept"));
     QCOMPARE(rows.first().start, QStringLiteral("007"));
     QCOMPARE(rows.first().end, QStringLiteral("0FF"));

@@ -37,7 +37,8 @@ Row row(const char *pattern, int type, const char *description, const char *symb
     return made;
 }
 
-/// 0 D, 1 D bits, 2 X, 3 M8, 4 K, 5 P, 6 W, 7 B, 8 broken limits, 9 and 10 data block families, 11 SM, 12 without form.
+/// 0 D, 1 D bits, 2 X, 3 M8, 4 K, 5 P, 6 W, 7 B, 8 broken limits, 9 and 10 data block families, 11 SM, 12 without form,
+/// 13 V of a few digits, 14 even numbers.
 label::CommandInformationTalbe deviceTable()
 {
     LogRecorder log;
@@ -56,6 +57,8 @@ label::CommandInformationTalbe deviceTable()
         row("DB_DBX", 0, "DBn.DBXb.x: data block bit, e.g. DB1.DBX3.7", "DB", "0", "65535", "dot-oct:r"),
         row("(SM)(\\d+)", 0, "SM: special relay", "SM", "0", "99", "union-dec:n"),
         row("(ZR)(\\d+)", 2, "extension file register", "ZR", "0", "99"),
+        row("(V)([1-5])", 2, "V: register, V1-V5", "V", "1", "5"),
+        row("(EV)(\\d?[02468])", 2, "EV: even registers", "EV", "0", "98"),
     };
     for (const Row &one : rows)
         table.addCommandFormatter(one.formatter());
@@ -127,12 +130,24 @@ void TestAddressDiagnosis::diagnosis_data()
         "D0 D100 D100.A");
     add("half a symbol", "S", any, Kind::Incomplete, 11, 1, "SM expects \"M\" at position 2, where the address ends",
         "SM0");
+    add("a digit below those that can be", "V0", any, Kind::UnexpectedCharacter, 13, 1,
+        "V expects a digit from 1 to 5 at position 2, not \"0\"", "V1 EV0");
+    add("a digit above those that can be", "V7", any, Kind::UnexpectedCharacter, 13, 1,
+        "V expects a digit from 1 to 5 at position 2, not \"7\"", "V5");
+    add("an odd number where numbers are even", "EV7", any, Kind::Incomplete, 14, 3,
+        "EV expects \"0\", \"2\", \"4\", \"6\" or \"8\" at position 4, where the address ends", "EV6 EV70");
+    add("a word is no digit that looks like one", "SMIT", any, Kind::UnexpectedCharacter, 11, 2,
+        "SM expects a digit at position 3, not \"I\"", "SM0");
     add("a separator without a bit", "D100.", any, Kind::Incomplete, 1, 5,
         "Dn.b expects a hexadecimal digit at position 6, where the address ends", "D100.0 D100 D100.A");
     add("a letter among digits", "D10x", any, Kind::UnexpectedCharacter, 0, 3,
         "D expects a digit or the end of the address at position 4, not \"x\"", "D10 D100");
     add("a letter in place of the number", "Dx", any, Kind::UnexpectedCharacter, 0, 1,
         "D expects a digit at position 2, not \"x\"", "D0");
+    add("two numbers are never drawn together", "D10;25", any, Kind::UnexpectedCharacter, 0, 3,
+        "D expects a digit or the end of the address at position 4, not \";\"", "D10 D10.2");
+    add("a digit that the radix does not have, in an aligned number", "K18", any, Kind::UnexpectedCharacter, 4, 2,
+        "8 at position 3 is no octal digit; the numbers of K are octal", "K0 K20");
     add("a bit that is no hexadecimal digit", "D100.G", any, Kind::UnexpectedCharacter, 1, 5,
         "Dn.b expects a hexadecimal digit at position 6, not \"G\"", "D100.A D100.0 D100");
     add("a digit that the radix does not have", "X18", any, Kind::UnexpectedCharacter, 2, 2,
@@ -281,7 +296,7 @@ void TestAddressDiagnosis::slips_data()
         "SM400");
     add("a wrong symbol letter", "SN400", Kind::UnknownFront, Slip::None, 1, "no format begins with \"SN\"", "SM400");
     add("a symbol letter too few", "C1015", Kind::UnknownFront, Slip::None, 1, "no format begins with \"C1\"",
-        "CH1015 CH015");
+        "CH1015");
     add("a bit beyond the word", "D100.16", Kind::BitBeyondWord, Slip::None, 5,
         "bit 16 is beyond the last bit of Dn.b, F", "D100.F");
     add("the last two digits beyond the word", "CH1016", Kind::BitBeyondWord, Slip::None, 4,
@@ -411,7 +426,7 @@ void TestAddressDiagnosis::limitOfAFamilyMember()
     formatter.setPrefixSymbol(QStringLiteral("DB12.DBW"));
     table.addCommandFormatter(formatter);
     const AddressDiagnosis found = label::diagnoseAddress(table, QStringLiteral("DB12.DBW65535"), any);
-    QCOMPARE(found.row, 13);
+    QCOMPARE(found.row, 15);
     QCOMPARE(label::diagnosisSentence(found), QStringLiteral("number 65535 is above DB12.DBW's last, 65534"));
 }
 
@@ -433,7 +448,7 @@ void TestAddressDiagnosis::neverChangesTheTable()
     const LogRecorder log;
     const label::CommandInformationTalbe table = deviceTable();
     label::diagnoseAddress(table, QStringLiteral("DB12.DBW4"), any);
-    QCOMPARE(table.countFormatters(), 13);
+    QCOMPARE(table.countFormatters(), 15);
 }
 
 QTEST_GUILESS_MAIN(TestAddressDiagnosis)

@@ -222,6 +222,11 @@ void TestLabelDiagnosis::blocks_data()
         "the letter \"O\" at position 4 should be the digit 0", "DB10.DBW4");
     add("a letter l in a block's number", "DBl2.DBW4", any, Kind::UnknownFamilyMember, 4,
         "the letter \"l\" at position 3 should be the digit 1", "DB12.DBW4");
+    add("a letter I for a block's whole number", "DBI.DBW4", any, Kind::UnknownFamilyMember, 4,
+        "the letter \"I\" at position 3 should be the digit 1", "DB1.DBW4");
+    add("a block's word without its letter B", "DB12.DW4", any, Kind::UnknownFamilyMember, 4,
+        "no format of the DB family takes \"DB12.DW4\"; one is DBn.DBWb: data block word, e.g. DB1.DBW4",
+        "DB12.DBW4 DB12.DBX4.7 DB12.DBX4");
     add("a block that ends too soon", "DB12.DBW", registers, Kind::UnknownFamilyMember, 4,
         "no format of the DB family takes \"DB12.DBW\"; one is DBn.DBWb: data block word, e.g. DB1.DBW4",
         "DB12.DBW4 DB12.DBX3");
@@ -256,6 +261,8 @@ void TestLabelDiagnosis::files_data()
                             << QString::fromUtf8(suggestions);
     };
     add("a new file is accepted", "N9:5", Kind::Accepted, 1, "");
+    add("a file number with a zero in front", "N07:5", Kind::UnknownFamilyMember, 1,
+        "no format of the N family takes \"N07:5\"; one is Nf:n: integer, e.g. N10:5", "N7:5");
     add("a file number below the first", "N8:5", Kind::UnknownFamilyMember, 1,
         "the N family begins at 9 where \"N8:5\" has 8", "N9:5");
     add("a file number above the last", "N256:1", Kind::UnknownFamilyMember, 1,

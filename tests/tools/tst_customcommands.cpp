@@ -461,7 +461,8 @@ void TestCustomCommands::refusals_data()
     add("fill of a driver that is not there", "fill|stranger.tsv", 3, "there is no driver \"No PLC\" in ");
     add("fill from a file with an error of the form", "fill|form.tsv", 1, "form.tsv:6: error: 2 columns where the");
     add("fill from a file with an error that lint finds", "fill|lint.tsv", 1, "lint.tsv:6");
-    add("fill from a file that is not there", "fill|missing.tsv", 1, "missing.tsv:1: error: cannot be read");
+    add("fill from a file that is not there", "fill|missing.tsv", 3,
+        "the driver file missing.tsv cannot be read: No such");
     add("drop of a driver without a custom label", "drop|Test PLC", 3, "\"Test PLC\" has no custom label in ");
     add("default of a driver without a custom label", "default|Test PLC", 3, "\"Test PLC\" has no custom label in ");
     add("show of a driver without a custom label", "show|Test PLC", 3, "\"Test PLC\" has no custom label in ");

@@ -10,6 +10,8 @@
 #include <QCoreApplication>
 #include <QDir>
 #include <QFile>
+#include <QJsonDocument>
+#include <QJsonObject>
 #include <QRegExp>
 #include <QTemporaryDir>
 #include <QTest>
@@ -48,6 +50,7 @@ private Q_SLOTS:
     void exportIsTheSource();
     void exportOfRowsWithoutComments();
     void exportToFile();
+    void exportAsJson();
     void exportRefusals_data();
     void exportRefusals();
     void newDriverWorksAtOnce();
@@ -162,6 +165,20 @@ void TestDriverCommands::exportToFile()
     QCOMPARE(forced.code, 0);
     QCOMPARE(contentOf(path("out.tsv")), shippedText("fx5u_ethernet.tsv"));
     QCOMPARE(files(), QStringList(QStringLiteral("out.tsv")));
+}
+
+void TestDriverCommands::exportAsJson()
+{
+    const Result printed = run(argumentsOf("export-driver|Modbus TCP|--json"));
+    QCOMPARE(printed.out.count(QLatin1Char('\n')), 1);
+    const QJsonObject object = QJsonDocument::fromJson(printed.out.toUtf8()).object();
+    QCOMPARE(object.keys(), QStringList({QStringLiteral("driver"), QStringLiteral("text")}));
+    QCOMPARE(object.value(QStringLiteral("driver")).toString(), QStringLiteral("Modbus TCP"));
+    QCOMPARE(object.value(QStringLiteral("text")).toString().toUtf8(), shippedText("modbus_tcp.tsv"));
+
+    const Result written = run(argumentsOf("export-driver|Modbus TCP|out.tsv|--json"));
+    QCOMPARE(written.out, QStringLiteral("{\"driver\":\"Modbus TCP\",\"file\":\"out.tsv\"}\n"));
+    QCOMPARE(contentOf(path("out.tsv")), shippedText("modbus_tcp.tsv"));
 }
 
 void TestDriverCommands::exportRefusals_data()
@@ -496,7 +513,12 @@ void TestDriverCommands::compileRefusals_data()
     QTest::newRow("an error that lint finds") << "compile|lint.tsv|--into|new.db" << 1 << "lint.tsv:6";
     QTest::newRow("a bad file behind a good one") << "compile|good.tsv|lint.tsv|--into|new.db" << 1 << "lint.tsv:6";
     QTest::newRow("a file that is not there")
-        << "compile|missing.tsv|--into|new.db" << 1 << "missing.tsv:1: error: cannot be read";
+        << "compile|missing.tsv|--into|new.db" << 3
+        << "zelmar-label: the driver file missing.tsv cannot be read: No such file or directory\n";
+    QTest::newRow("a folder for a file") << "compile|.|--into|new.db" << 3
+                                         << "zelmar-label: the driver file . cannot be read: ";
+    QTest::newRow("a folder for a database")
+        << "compile|good.tsv|--into|." << 3 << "zelmar-label: . is a folder; name a file with --into DATABASE\n";
     QTest::newRow("one driver in two files")
         << "compile|good.tsv|twin.tsv|--into|new.db" << 1 << "twin.tsv:2: error: driver 'Good' stands already in ";
 }
@@ -539,7 +561,10 @@ void TestDriverCommands::compileKeepsDatabaseOnError_data()
     owner.name = QStringLiteral("Owner");
     owner.deviceTable = QStringLiteral("GOOD_types");
     QTest::newRow("a table that another driver has") << database({owner}) << "good.tsv" << 3 << "already exists";
-    QTest::newRow("a file of another kind") << QByteArray() << "good.tsv" << 3 << "no such table";
+    QTest::newRow("a file of another kind")
+        << QByteArray() << "good.tsv" << 3
+        << "db is no driver database (no such table: table_index); name another with "
+           "--into DATABASE\n";
 }
 
 void TestDriverCommands::compileKeepsDatabaseOnError()

@@ -48,6 +48,8 @@ private Q_SLOTS:
     void samplesMayLieElsewhere();
     void databaseIsLinted();
     void jsonIsOneObjectALine();
+    void countsTellOfEachDriver();
+    void countsAsJson();
     void usageErrors_data();
     void usageErrors();
     void unreadable_data();
@@ -182,6 +184,33 @@ void LintCommand::jsonIsOneObjectALine()
     QVERIFY(!object.value(QStringLiteral("advice")).toString().isEmpty());
 }
 
+void LintCommand::countsTellOfEachDriver()
+{
+    const QString good = file(QStringLiteral("good.tsv"), driverText("Good", "64"));
+    file(QStringLiteral("good.samples.tsv"), sampleText("D1"));
+    const QString bad = file(QStringLiteral("bad.tsv"), driverText("Bad one", "0"));
+    const QString large = file(QStringLiteral("large.tsv"), driverText("Large", "65"));
+    const Result result = lint({QStringLiteral("--counts"), good, bad, large});
+    QVERIFY2(result.out.endsWith(QLatin1String("\n"
+                                               "driver   rows  samples  errors  warnings\n"
+                                               "Good     1     1        0       0\n"
+                                               "Bad one  1     0        1       0\n"
+                                               "Large    1     0        0       1\n"
+                                               "3 drivers, 3 rows, 1 sample: 1 error, 1 warning\n")),
+             qPrintable(result.out));
+    QCOMPARE(result.code, 1);
+}
+
+void LintCommand::countsAsJson()
+{
+    const QString good = file(QStringLiteral("good.tsv"), driverText("Good", "64"));
+    file(QStringLiteral("good.samples.tsv"), sampleText("D1"));
+    const Result result = lint({QStringLiteral("--counts"), QStringLiteral("--json"), good});
+    QCOMPARE(result.out,
+             QStringLiteral("{\"driver\":\"Good\",\"rows\":1,\"samples\":1,\"errors\":0,\"warnings\":0}\n"));
+    QCOMPARE(result.code, 0);
+}
+
 void LintCommand::usageErrors_data()
 {
     QTest::addColumn<QStringList>("arguments");
@@ -204,13 +233,19 @@ void LintCommand::unreadable_data()
     QTest::addColumn<QString>("reason");
     QTest::newRow("a driver file that is not there")
         << QStringList{QStringLiteral("/nowhere/gone.tsv")}
-        << QStringLiteral("zelmar-label: the driver file /nowhere/gone.tsv cannot be read\n");
+        << QStringLiteral(
+               "zelmar-label: the driver file /nowhere/gone.tsv cannot be read: No such file or directory\n");
     QTest::newRow("a database that is not there")
         << QStringList{QStringLiteral("--database"), QStringLiteral("/nowhere/gone")}
         << QStringLiteral("zelmar-label: there is no file /nowhere/gone\n");
     QTest::newRow("a driver that is not there")
         << QStringList{QStringLiteral("No Such PLC")}
         << QStringLiteral("zelmar-label: there is no driver \"No Such PLC\" in ");
+    QTest::newRow("a folder") << QStringList{QStringLiteral("/usr/")}
+                              << QStringLiteral("zelmar-label: /usr is a folder; name its driver files, /usr/*.tsv\n");
+    QTest::newRow("a folder of samples that is not there")
+        << QStringList{QStringLiteral("--samples"), QStringLiteral("/nowhere")}
+        << QStringLiteral("zelmar-label: there is no folder /nowhere\n");
 }
 
 void LintCommand::unreadable()

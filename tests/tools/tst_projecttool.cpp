@@ -98,6 +98,7 @@ private Q_SLOTS:
     void importAddsAndChanges();
     void importOfDryRunWritesNothing();
     void importMakesTheTable();
+    void databasesOfAnotherKindStayAsTheyAre();
     void importReadsQuotesAndLineEnds();
     void importIsUndoneWhenTheDatabaseRefuses();
     void importIntoReadOnlyProject();
@@ -255,10 +256,8 @@ void TestProjectTool::outputs_data()
         "{\"id\":15,\"name\":\"Unsigned\",\"dataType\":\"UINT(64)\",\"bytes\":\"FFFFFFFFFFFFFFFF\","
         "\"value\":\"18446744073709551615\"}\n");
     add("a text ends at a zero byte", "decode|project.db|Title|41004200", 0, "A\n");
-    add("too few bytes", "decode|project.db|Speed|FE", 1, "",
-        "zelmar-label: Speed: 1 bytes are given, the tag has 2\n");
-    add("too many bytes", "decode|project.db|Speed|FEFF00", 1, "",
-        "zelmar-label: Speed: 3 bytes are given, the tag has 2\n");
+    add("too few bytes", "decode|project.db|Speed|FE", 1, "", "zelmar-label: Speed: the tag has 2 bytes, not 1\n");
+    add("too many bytes", "decode|project.db|Speed|FEFF00", 1, "", "zelmar-label: Speed: the tag has 2 bytes, not 3\n");
     add("half a byte", "decode|project.db|Speed|FEF", 1, "",
         "zelmar-label: Speed: \"FEF\" is no row of bytes in hexadecimal\n");
     add("letters that are no digits", "decode|project.db|Speed|GGGG", 1, "",
@@ -359,6 +358,9 @@ void TestProjectTool::usage_data()
     add("no project", "tags", "the project is missing");
     add("no tag", "commands|project.db", "the tag is missing");
     add("no value", "encode|project.db|Speed", "the value is missing");
+    add("a negative value that reads as an option", "encode|project.db|Speed|-55",
+        "\"-55\" reads as an option; write -- in front of it");
+    add("a negative fraction", "encode|project.db|Speed|-1.5", "\"-1.5\" reads as an option; write -- in front of it");
     add("no bytes", "decode|project.db|Speed", "the row of bytes is missing");
     add("no file", "import|project.db", "the file to read is missing");
     add("one argument too many", "export|project.db|more", "\"more\" is one argument too many");
@@ -503,6 +505,23 @@ void TestProjectTool::importMakesTheTable()
     QCOMPARE(result.code, 0);
     QCOMPARE(rows(QStringLiteral("other.db"), QStringLiteral("SELECT id,name FROM custom_tag_table")),
              QStringList(QStringLiteral("1|New")));
+}
+
+void TestProjectTool::databasesOfAnotherKindStayAsTheyAre()
+{
+    const QString drivers = path("other.db");
+    QFile::remove(drivers);
+    QVERIFY(QFile::copy(path("database/drivers"), drivers));
+    const QByteArray before = contentOf(drivers);
+    const QByteArray csv = header + QByteArray("New,0,Bit,,1\n");
+    for (const char *arguments : {"import|other.db|-", "import|other.db|-|--dry-run", "tags|other.db"}) {
+        const Result result = run(argumentsOf(arguments), csv);
+        QCOMPARE(result.err,
+                 QStringLiteral("zelmar-label: other.db is no project: it has neither a tag table nor a table "
+                                "LINK\n"));
+        QCOMPARE(result.code, 3);
+        QCOMPARE(contentOf(drivers), before);
+    }
 }
 
 void TestProjectTool::importReadsQuotesAndLineEnds()

@@ -58,6 +58,7 @@ QList<Row> plcRows()
         row("(T:)(\\d+)", 2, "T:n: timer, e.g. T:5", "T:", "0", "99", 2),
         row("(T:)(\\d+/DN)", 0, "T:n/DN: done bit of a timer, e.g. T:5/DN", "T:", "0", "99", 2, "F>step.js"),
         row("(B)(\\d+)", 1, "B: byte, e.g. B5", "B", "0", "99", 1),
+        row("(G)(\\d+)", 4, "G: group of 64 items, e.g. G65", "G", "1", "4033", 8, "m64a1"),
         row("(Y)(\\d+)", 2, "Y: register of no size, e.g. Y5", "Y", "0", "99", 0),
     };
 }
@@ -155,11 +156,11 @@ void TestTool::outputs_data()
 
     add("drivers as a table", "drivers", 0,
         "driver      formats  largest read  largest read of bits\n"
-        "Test PLC    12       100           200\n"
+        "Test PLC    13       100           200\n"
         "ISO on TCP  4        100           200\n"
         "Empty PLC   0        100           200\n");
     add("drivers as JSON", "drivers|--json", 0,
-        "{\"driver\":\"Test PLC\",\"formats\":12,\"blockSize\":100,\"bitBlockSize\":200}\n"
+        "{\"driver\":\"Test PLC\",\"formats\":13,\"blockSize\":100,\"bitBlockSize\":200}\n"
         "{\"driver\":\"ISO on TCP\",\"formats\":4,\"blockSize\":100,\"bitBlockSize\":200}\n"
         "{\"driver\":\"Empty PLC\",\"formats\":0,\"blockSize\":100,\"bitBlockSize\":200}\n");
     add("formats of a driver with families", "formats|ISO on TCP", 0,
@@ -196,13 +197,19 @@ void TestTool::outputs_data()
     add("refused only", "check|Test PLC|K4X12", 1,
         "refused  K4X12  number 12 is not a multiple of 20 (octal); 0 and 20 are; try K4X20 or K4X0\n");
     add("a station that is no number", "check|Test PLC|x-D100", 1,
+        "refused  x-D100  the station \"x\" is no decimal number; try D100\n");
+    add("a dash in an address", "check|Test PLC|D-100", 1,
+        "refused  D-100  the station \"D\" is no decimal number; try D100\n");
+    add("a dash for a separator", "check|Test PLC|D100-5", 1,
+        "refused  D100-5  the station \"D100\" is no decimal number; try D1005 or D100.5\n");
+    add("no station and no address of the asked type", "check|Test PLC|--type|bit|x-D100", 1,
         "refused  x-D100  the station \"x\" is no decimal number\n");
     add("a station with a sign", "check|Test PLC|+2-D100", 1,
-        "refused  +2-D100  the station \"+2\" is no decimal number\n");
+        "refused  +2-D100  the station \"+2\" is no decimal number; try D100\n");
     add("a station beyond an int", "check|Test PLC|99999999999-D100", 1,
-        "refused  99999999999-D100  the station \"99999999999\" is no decimal number\n");
+        "refused  99999999999-D100  the station \"99999999999\" is no decimal number; try D100\n");
     add("a missing station", "check|Test PLC|--|-D100", 1,
-        "refused  -D100  the station number in front of \"-\" is missing\n");
+        "refused  -D100  the station number in front of \"-\" is missing; try D100\n");
     add("a second station", "check|Test PLC|1-D2-3", 1,
         "refused  1-D2-3  a second \"-\" follows; only a station is set off by one\n");
     add("an empty address", "check|Test PLC|", 1, "refused    the address is empty\n");
@@ -248,7 +255,7 @@ void TestTool::outputs_data()
         "\"range\":null,\"number\":null,\"bit\":null,\"dataType\":null,\"register\":null,"
         "\"reason\":\"the station \\\"x\\\" is no decimal number\","
         "\"fault\":{\"kind\":\"stationNotNumber\",\"limit\":null,\"number\":null,\"position\":null,\"radix\":null,"
-        "\"slip\":null},\"suggestions\":[]}\n");
+        "\"slip\":null},\"suggestions\":[\"D1\"]}\n");
     add("quotes and letters beyond ASCII in JSON", "check|Test PLC|--json|\"\xc3\xa4", 1,
         "{\"address\":\"\\\"\xc3\xa4\",\"valid\":false,\"station\":null,\"typeIndex\":null,\"format\":null,"
         "\"prefix\":null,\"range\":null,\"number\":null,\"bit\":null,\"dataType\":null,\"register\":null,"
@@ -283,6 +290,15 @@ void TestTool::outputs_data()
         "zelmar-label: no address follows D7999: D ends at 7999\n");
     add("bits do not run over the last word", "next|Test PLC|D7999.e|--as|bit|--count|3", 0, "D7999.f\n",
         "zelmar-label: D7999.e is followed by only 1 of 3 addresses: number 8000 is above Dn.b's last, 7999\n");
+    add("numbers between the aligned ones", "next|Test PLC|G65|--as|qword", 0, "",
+        "zelmar-label: no address follows G65: number 66 is not a multiple of 64 plus 1; 65 and 129 are\n");
+    add("spaced by less than the alignment", "next|Test PLC|G65|--as|qword|--cap|32|--count|3", 0, "G129\n",
+        "zelmar-label: G65 is followed by only 1 of 3 addresses: number 97 is not a multiple of 64 plus 1; 65 and 129 "
+        "are\n");
+    add("spaced like the alignment, up to the end", "next|Test PLC|G3969|--as|qword|--cap|64|--count|2", 0, "G4033\n",
+        "zelmar-label: G3969 is followed by only 1 of 2 addresses: G ends at 4033\n");
+    add("double words up to the end", "next|Test PLC|D7997|--as|dword|--count|2", 0, "D7999\n",
+        "zelmar-label: D7997 is followed by only 1 of 2 addresses: D ends at 7999\n");
     add("octal end in the row's writing", "next|Test PLC|X1777|--as|bit", 0, "",
         "zelmar-label: no address follows X1777: X ends at 1777 (octal)\n");
     add("a start that is refused", "next|Test PLC|D8000|--as|word", 1, "",
@@ -529,6 +545,8 @@ void TestTool::usage_data()
     add("a second address", "next|Test PLC|D1|D2|--as|word", "\"D2\" is one argument too many",
         "next [options] --as TYPE DRIVER ADDRESS");
     add("an option of another command", "check|Test PLC|D1|--count|3", "Unknown option 'count'",
+        "check [options] DRIVER ADDRESS...");
+    add("an empty database", "check|Test PLC|D1|--database=", "--database is empty",
         "check [options] DRIVER ADDRESS...");
     add("an option without its value", "next|Test PLC|D1|--as", "Missing value after '--as'",
         "next [options] --as TYPE DRIVER ADDRESS");

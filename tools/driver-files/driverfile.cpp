@@ -37,6 +37,8 @@ bool mayBeEmpty(const QString &column)
            column == QLatin1String("catch_table");
 }
 
+constexpr char byteOrderMark[] = "\xEF\xBB\xBF";
+
 /// Reads the lines of one driver file.
 class DriverFileReader
 {
@@ -71,13 +73,32 @@ private:
     void fail(int line, const QString &text) { m_errors.append({m_driver.source, line, text}); }
     void fail(const QString &text) { fail(m_line, text); }
 
-    void readLine(const QByteArray &bytes)
+    /// Whole files are written so by some editors: told once, and read on without.
+    QByteArray withoutForeignMarks(QByteArray bytes)
+    {
+        if (m_line == 1 && bytes.startsWith(byteOrderMark)) {
+            fail(QStringLiteral("byte order mark: save the file as UTF-8 without one"));
+            bytes.remove(0, int(sizeof byteOrderMark) - 1);
+        }
+        if (!bytes.contains('\r'))
+            return bytes;
+        if (!m_hasCarriageReturn)
+            fail(
+                QStringLiteral("carriage return: save the file with line feeds alone, as sed -i 's/\\r$//' FILE does"));
+        m_hasCarriageReturn = true;
+        return bytes.replace('\r', QByteArray());
+    }
+
+    void readLine(const QByteArray &line)
     {
         ++m_line;
-        const QString line = QString::fromUtf8(bytes);
-        if (bytes.contains('\r'))
-            fail(QStringLiteral("carriage return"));
-        else if (line.toUtf8() != bytes)
+        const QByteArray bytes = withoutForeignMarks(line);
+        readLine(bytes, QString::fromUtf8(bytes));
+    }
+
+    void readLine(const QByteArray &bytes, const QString &line)
+    {
+        if (line.toUtf8() != bytes)
             fail(QStringLiteral("not UTF-8"));
         else if (isComment(line))
             m_comments.append(line);
@@ -194,6 +215,7 @@ private:
     QStringList m_settings;
     QStringList m_comments;
     int m_line = 0;
+    bool m_hasCarriageReturn = false;
 };
 
 bool holdsSeparator(const QString &field)

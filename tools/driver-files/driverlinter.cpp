@@ -59,6 +59,7 @@ void lintDriver(const DriverText &driver, const QList<DriverSample> &samples, QL
     lintScripts(context);
     lintRules(context);
     lintPatterns(context);
+    lintRuns(context);
     lintBits(context);
     // Before the rest adds rows of families.
     lintSamples(context);
@@ -200,6 +201,14 @@ int DriverLinter::countSamples() const
     int count = 0;
     for (const Entry &entry : m_entries)
         count += entry.samples.size();
+    return count;
+}
+
+int DriverLinter::countSamples(const QString &driver) const
+{
+    int count = 0;
+    for (const Entry &entry : m_entries)
+        count += entry.driver.name == driver ? entry.samples.size() : 0;
     return count;
 }
 

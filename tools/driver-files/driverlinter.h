@@ -66,6 +66,8 @@ public:
     /// The drivers that have been added, without files whose form is wrong.
     QList<DriverText> drivers() const;
     int countSamples() const;
+    /// Those of the driver with the name.
+    int countSamples(const QString &driver) const;
 
     /// All findings, driver by driver in the order in which they were added, row by row.
     QList<LintFinding> findings() const;

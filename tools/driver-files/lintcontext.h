@@ -114,6 +114,8 @@ void lintForm(const LintContext &context);
 void lintPatterns(LintContext &context);
 void lintNumbers(LintContext &context);
 void lintRules(LintContext &context);
+/// Addresses that the library writes otherwise than the pattern takes them.
+void lintRuns(LintContext &context);
 void lintBits(LintContext &context);
 void lintScripts(LintContext &context);
 /// Rows that earlier ones take the addresses from, registers and families without a row.

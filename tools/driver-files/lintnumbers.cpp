@@ -5,6 +5,8 @@
 
 #include "zelmar_label/address_grammar/multiplerule.h"
 
+#include <QHash>
+
 #include <algorithm>
 
 namespace {
@@ -87,6 +89,23 @@ private:
                                         QStringLiteral("hold the limit against the digits that the pattern allows"));
     }
 
+    /// Units of the row in the largest read. That one counts what the driver's registers mostly are: of bytes beside
+    /// words it holds twice as many.
+    qint64 mostUnits() const
+    {
+        if (m_row.isBit())
+            return m_context.driver.bitBlockSize.toInt();
+        QHash<int, int> rowsOfSize;
+        int usual = 0;
+        for (const LintRow &row : m_context.rows) {
+            const int size = static_cast<int>(row.formatter.datasize());
+            if (!row.isBit() && ++rowsOfSize[size] > rowsOfSize.value(usual))
+                usual = size;
+        }
+        const qint64 own = qMax<qint64>(1, static_cast<qint64>(m_row.formatter.datasize()));
+        return m_context.driver.blockSize.toInt() * qMax<qint64>(1, usual / own);
+    }
+
     void checkSizes()
     {
         bool isNumber = false;
@@ -95,8 +114,8 @@ private:
             error("block-size", "blocksize",
                   QStringLiteral("'blocksize' is %1: at least one unit has to fit into a block").arg(blocksize),
                   QStringLiteral("give the most units of one block, at least 1; with less no block can be read"));
-        const QString &most = m_row.isBit() ? m_context.driver.bitBlockSize : m_context.driver.blockSize;
-        if (most.toInt() > 0 && blocksize > most.toInt())
+        const qint64 most = mostUnits();
+        if (most > 0 && blocksize > most)
             m_context.report.rowWarning(
                 m_row.index, "block-above-limit", "blocksize",
                 QStringLiteral("'blocksize' %1 is more than one read of the driver may hold, %2")

@@ -60,6 +60,8 @@ struct Request
     QStringList files;
     /// `lint`: the folder of the sample files, empty for those beside the driver files.
     QString samples;
+    /// `lint`: tell of each driver what there is of it.
+    bool counts = false;
     /// `export-driver`: a file that is there may be written over.
     bool force = false;
     QStringList addresses;

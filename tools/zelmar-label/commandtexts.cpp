@@ -159,8 +159,10 @@ QList<QCommandLineOption> ownOptions(Request::Command command)
     case Request::Command::ProjectBlocks:
         return {valued("count", "How many items, 1 to 1000000.", "N"), recipeOption()};
     case Request::Command::Lint:
-        return {valued("samples", "Folder of the sample files, NAME.tsv for each driver file or pair of tables.",
-                       "FOLDER")};
+        return {
+            valued("samples", "Folder of the sample files, NAME.tsv for each driver file or pair of tables.", "FOLDER"),
+            flag({QStringLiteral("counts")},
+                 "Print also how many rows, samples, errors and warnings each driver has.")};
     case Request::Command::ExportDriver:
         return {flag({QStringLiteral("force")}, "Write over a file that is there already.")};
     case Request::Command::Compile:

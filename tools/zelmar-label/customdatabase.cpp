@@ -5,6 +5,7 @@
 
 #include "databasebackup.h"
 #include "drivername.h"
+#include "interruptedwrite.h"
 #include "zelmar_label/label_store/customtables.h"
 
 #include <QCoreApplication>
@@ -63,6 +64,7 @@ bool CustomDatabase::open(const QString &options, QString &error)
 {
     if (m_db.isOpen())
         return true;
+    undoInterruptedWrite(m_path);
     m_db.setConnectOptions(options);
     if (m_db.open())
         return true;

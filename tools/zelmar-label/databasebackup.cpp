@@ -3,6 +3,8 @@
 
 #include "databasebackup.h"
 
+#include "interruptedwrite.h"
+
 #include "tools/driver-files/sqliteconnection.h"
 
 #include <QDateTime>
@@ -29,6 +31,7 @@ QString freePath(const QString &path)
 
 bool backUpDatabase(const QString &path, QString &copy, QString &error)
 {
+    undoInterruptedWrite(path);
     const QString wanted = freePath(path);
     const SqliteConnection connection(path, SqliteConnection::Mode::Read);
     error = connection.error();

@@ -35,12 +35,31 @@ bool Device::splitStation(ResolvedAddress &address)
     return address.reason.isEmpty();
 }
 
+/// What an address with a station that is none may have been meant for: the same without the "-" or with a separator in
+/// its place, or without the station.
+QStringList Device::withoutStation(const ResolvedAddress &address, int type)
+{
+    QStringList texts;
+    for (const char *const separator : {"", ".", ":", "/"})
+        texts.append(QString(address.text).replace(QLatin1Char('-'), QLatin1String(separator)));
+    texts.append(address.device);
+    QStringList accepted;
+    for (const QString &text : qAsConst(texts)) {
+        if (!text.contains(QLatin1Char('-')) && !accepted.contains(text) &&
+            label::diagnoseAddress(label(), text, type).kind == label::AddressDiagnosis::Kind::Accepted)
+            accepted.append(text);
+    }
+    return accepted;
+}
+
 ResolvedAddress Device::resolve(const QString &text, int type)
 {
     ResolvedAddress address;
     address.text = text;
-    if (!splitStation(address))
+    if (!splitStation(address)) {
+        address.suggestions = withoutStation(address, type);
         return address;
+    }
     address.diagnosis = label::diagnoseAddress(label(), address.device, type);
     if (address.diagnosis.kind == label::AddressDiagnosis::Kind::Accepted) {
         address.row = m_label->addressValidation(address.device, type);

@@ -59,6 +59,7 @@ public:
 
 private:
     static bool splitStation(ResolvedAddress &address);
+    QStringList withoutStation(const ResolvedAddress &address, int type);
 
     std::shared_ptr<label::LabelLoader> m_label;
 };

@@ -7,9 +7,13 @@
 #include "output.h"
 
 #include <QList>
+#include <QString>
 #include <QStringList>
 
 struct DriverText;
+
+/// Why a driver file cannot be read, as a sentence; empty when it can.
+QString driverFileObstacle(const QString &path);
 
 /// Reads driver files and lints them. All that is wrong is told on the error stream; when none of it is an error, the
 /// drivers are handed over and the code is `Success`.

@@ -3,6 +3,8 @@
 
 #include "driverdatabase.h"
 
+#include "interruptedwrite.h"
+
 #include "zelmar_label/label_store/labelreader.h"
 #include "zelmar_label/label_table/labelloader.h"
 
@@ -94,6 +96,7 @@ bool DriverDatabase::isReadable(QString &error) const
         error = QStringLiteral("there is no driver database at %1; name one with --database FILE").arg(m_path);
         return false;
     }
+    undoInterruptedWrite(m_path);
     QSqlDatabase db = m_db;
     if (db.isOpen() || db.open())
         return true;

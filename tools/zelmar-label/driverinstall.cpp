@@ -32,7 +32,7 @@ public:
     bool run(const QString &made, const QList<DriverText> &drivers, QStringList &replaced)
     {
         m_error = m_connection.error();
-        if (!m_error.isEmpty())
+        if (!m_error.isEmpty() || !isDriverDatabase())
             return false;
         if (!execute(QStringLiteral("ATTACH ? AS made"), {made}) || !execute(QStringLiteral("BEGIN IMMEDIATE")))
             return false;
@@ -48,6 +48,16 @@ public:
     const QString &error() const { return m_error; }
 
 private:
+    bool isDriverDatabase()
+    {
+        QSqlQuery query(m_db);
+        if (query.exec(QStringLiteral("SELECT name, general_table, device_table FROM table_index LIMIT 1")))
+            return true;
+        m_error = QStringLiteral("%1 is no driver database (%2); name another with --into DATABASE")
+                      .arg(m_path, query.lastError().databaseText());
+        return false;
+    }
+
     bool fail(const QString &reason)
     {
         m_error = QStringLiteral("%1 cannot be written (%2)").arg(m_path, reason);
@@ -152,6 +162,10 @@ bool installDrivers(const QString &path, const QList<DriverText> &drivers, Insta
 {
     if (!QFileInfo::exists(path))
         return writeDriverDatabase(path, drivers, error);
+    if (QFileInfo(path).isDir()) {
+        error = QStringLiteral("%1 is a folder; name a file with --into DATABASE").arg(path);
+        return false;
+    }
     const QTemporaryDir folder;
     const QString made = folder.filePath(QStringLiteral("drivers"));
     if (!writeDriverDatabase(made, drivers, error) || !backUpDatabase(path, installed.copy, error))

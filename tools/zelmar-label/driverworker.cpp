@@ -48,7 +48,10 @@ ExitCode DriverWorker::exportDriver() const
     const QByteArray text = driverFileText(driver);
     if (!m_request.files.isEmpty())
         return write(m_request.files.constFirst(), text);
-    m_streams.out.write(text);
+    if (m_request.json)
+        m_streams.print(JsonLine().add("driver", driver.name).add("text", QString::fromUtf8(text)).text());
+    else
+        m_streams.out.write(text);
     return Success;
 }
 
@@ -57,9 +60,11 @@ ExitCode DriverWorker::write(const QString &path, const QByteArray &text) const
     if (QFileInfo::exists(path) && !m_request.force)
         return refuse(QStringLiteral("%1 is there already; --force writes over it").arg(path));
     QSaveFile file(path);
-    if (file.open(QIODevice::WriteOnly) && file.write(text) == text.size() && file.commit())
-        return Success;
-    return refuse(QStringLiteral("%1 cannot be written: %2").arg(path, file.errorString()));
+    if (!file.open(QIODevice::WriteOnly) || file.write(text) != text.size() || !file.commit())
+        return refuse(QStringLiteral("%1 cannot be written: %2").arg(path, file.errorString()));
+    if (m_request.json)
+        m_streams.print(JsonLine().add("driver", m_request.driver).add("file", path).text());
+    return Success;
 }
 
 ExitCode DriverWorker::compile() const

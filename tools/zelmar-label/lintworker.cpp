@@ -3,6 +3,9 @@
 
 #include "lintworker.h"
 
+#include "driverchecks.h"
+#include "interruptedwrite.h"
+
 #include "tools/driver-files/driverlinter.h"
 
 #include <QCoreApplication>
@@ -10,6 +13,7 @@
 #include <QFileInfo>
 
 #include <algorithm>
+#include <iterator>
 
 namespace {
 
@@ -18,14 +22,23 @@ bool isDriverFile(const QString &argument)
     return argument.endsWith(QLatin1String(".tsv"));
 }
 
-QString counted(int count, const char *one, const char *many)
-{
-    return QStringLiteral("%1 %2").arg(QString::number(count), QLatin1String(count == 1 ? one : many));
-}
-
 QString placeOf(const LintFinding &finding)
 {
     return finding.line > 0 ? QStringLiteral("%1:%2").arg(finding.source).arg(finding.line) : finding.source;
+}
+
+int countErrors(const QList<LintFinding> &findings)
+{
+    return static_cast<int>(
+        std::count_if(findings.begin(), findings.end(), [](const LintFinding &finding) { return finding.isError(); }));
+}
+
+QList<LintFinding> findingsOf(const QString &driver, const QList<LintFinding> &findings)
+{
+    QList<LintFinding> own;
+    std::copy_if(findings.begin(), findings.end(), std::back_inserter(own),
+                 [&driver](const LintFinding &finding) { return finding.driver == driver; });
+    return own;
 }
 
 QJsonValue numberOrNull(int number)
@@ -56,6 +69,8 @@ ExitCode LintWorker::run() const
         else
             print(finding);
     }
+    if (m_request.counts)
+        printCounts(linter, findings);
     if (!m_request.json)
         printSummary(linter, findings);
     return hasErrors(findings) ? AddressRefused : Success;
@@ -63,15 +78,22 @@ ExitCode LintWorker::run() const
 
 bool LintWorker::addAll(DriverLinter &linter, QString &error) const
 {
+    if (!m_request.samples.isEmpty() && !QFileInfo(m_request.samples).isDir()) {
+        error = QStringLiteral("there is no folder %1").arg(m_request.samples);
+        return false;
+    }
     QStringList drivers;
     for (const QString &argument : m_request.files) {
         if (isDriverFile(argument)) {
-            if (!QFileInfo(argument).isReadable() || QFileInfo(argument).isDir()) {
-                error = QStringLiteral("the driver file %1 cannot be read").arg(argument);
+            error = driverFileObstacle(argument);
+            if (!error.isEmpty())
                 return false;
-            }
             linter.addFile(argument, m_request.samples);
+        } else if (QFileInfo(argument).isDir()) {
+            error = QStringLiteral("%1 is a folder; name its driver files, %1/*.tsv").arg(QDir::cleanPath(argument));
+            return false;
         } else if (QFileInfo(argument).isFile()) {
+            undoInterruptedWrite(argument);
             if (!linter.addDatabase(argument, {}, error, m_request.samples))
                 return false;
         } else {
@@ -84,6 +106,7 @@ bool LintWorker::addAll(DriverLinter &linter, QString &error) const
         m_request.database.isEmpty()
             ? QDir(QCoreApplication::applicationDirPath()).filePath(QStringLiteral("database/drivers"))
             : m_request.database;
+    undoInterruptedWrite(database);
     return linter.addDatabase(database, drivers, error, m_request.samples);
 }
 
@@ -120,16 +143,43 @@ void LintWorker::printAsJson(const LintFinding &finding) const
                         .text());
 }
 
+void LintWorker::printCounts(const DriverLinter &linter, const QList<LintFinding> &findings) const
+{
+    TextTable table;
+    table.addRow({QStringLiteral("driver"), QStringLiteral("rows"), QStringLiteral("samples"), QStringLiteral("errors"),
+                  QStringLiteral("warnings")});
+    const QList<DriverText> drivers = linter.drivers();
+    for (const DriverText &driver : drivers) {
+        const QList<LintFinding> own = findingsOf(driver.name, findings);
+        const int rows = driver.rows.size();
+        const int samples = linter.countSamples(driver.name);
+        const int errors = countErrors(own);
+        const int warnings = own.size() - errors;
+        if (m_request.json)
+            m_streams.print(JsonLine()
+                                .add("driver", driver.name)
+                                .add("rows", rows)
+                                .add("samples", samples)
+                                .add("errors", errors)
+                                .add("warnings", warnings)
+                                .text());
+        else
+            table.addRow({driver.name, QString::number(rows), QString::number(samples), QString::number(errors),
+                          QString::number(warnings)});
+    }
+    if (!m_request.json)
+        m_streams.print(table);
+}
+
 void LintWorker::printSummary(const DriverLinter &linter, const QList<LintFinding> &findings) const
 {
     int rows = 0;
     const QList<DriverText> drivers = linter.drivers();
     for (const DriverText &driver : drivers)
         rows += driver.rows.size();
-    const int errors = static_cast<int>(
-        std::count_if(findings.begin(), findings.end(), [](const LintFinding &finding) { return finding.isError(); }));
+    const int errors = countErrors(findings);
     m_streams.print(QStringLiteral("%1, %2, %3: %4, %5")
-                        .arg(counted(drivers.size(), "driver", "drivers"), counted(rows, "row", "rows"),
-                             counted(linter.countSamples(), "sample", "samples"), counted(errors, "error", "errors"),
-                             counted(findings.size() - errors, "warning", "warnings")));
+                        .arg(counted(drivers.size(), "driver"), counted(rows, "row"),
+                             counted(linter.countSamples(), "sample"), counted(errors, "error"),
+                             counted(findings.size() - errors, "warning")));
 }

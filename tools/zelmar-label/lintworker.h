@@ -22,6 +22,7 @@ private:
     bool addAll(DriverLinter &linter, QString &error) const;
     void print(const LintFinding &finding) const;
     void printAsJson(const LintFinding &finding) const;
+    void printCounts(const DriverLinter &linter, const QList<LintFinding> &findings) const;
     void printSummary(const DriverLinter &linter, const QList<LintFinding> &findings) const;
 
     const Request &m_request;

@@ -3,6 +3,7 @@
 
 #include "project.h"
 
+#include "interruptedwrite.h"
 #include "projectcheck.h"
 #include "tagtypes.h"
 
@@ -23,6 +24,12 @@ constexpr int firstRecipeId = 30000;
 QString quoted(const QString &text)
 {
     return QLatin1Char('"') + text + QLatin1Char('"');
+}
+
+/// Nobody wants a tag table in somebody else's database. A project may begin as an empty one.
+bool isOfAnotherKind(const QStringList &tables)
+{
+    return !tables.isEmpty() && !tables.contains(QStringLiteral("LINK"), Qt::CaseInsensitive);
 }
 
 } // namespace
@@ -59,6 +66,7 @@ bool Project::open(const QString &path, Access access)
     m_path = path;
     if (!isReadable())
         return false;
+    undoInterruptedWrite(path);
     {
         QSqlDatabase db = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), QLatin1String(connectionName));
         if (access == Access::ReadOnly)
@@ -95,14 +103,17 @@ bool Project::isReadable() const
     return missing.isEmpty();
 }
 
-/// False after a complaint when the file is no database, or its tag table not one.
+/// False after a complaint when the file is no database or one of another kind, or its tag table not one.
 bool Project::readTable()
 {
     const ProjectCheck check = checkProject(database(), m_path);
     m_hasTable = check.hasTagTable;
-    if (!check.problem.isEmpty())
-        m_streams.complain(check.problem);
-    return check.problem.isEmpty();
+    QString problem = check.problem;
+    if (problem.isEmpty() && !m_hasTable && isOfAnotherKind(database().tables()))
+        problem = QStringLiteral("%1 is no project: it has neither a tag table nor a table LINK").arg(m_path);
+    if (!problem.isEmpty())
+        m_streams.complain(problem);
+    return problem.isEmpty();
 }
 
 bool Project::begin()

@@ -89,7 +89,7 @@ ExitCode ProjectWorker::decode(Project &project, int id) const
     const bool isText = type == tagtype::Ascii;
     const int size = isText ? tags.getScaleByID(id) : tags.getDataSizeByType(type);
     if (bytes.isEmpty() || bytes.size() > size || (!isText && bytes.size() < size))
-        return refuse(tag, QStringLiteral("%1 bytes are given, the tag has %2").arg(bytes.size()).arg(size));
+        return refuse(tag, QStringLiteral("the tag has %1, not %2").arg(counted(size, "byte")).arg(bytes.size()));
     const QVariant value = tags.byteArrayToVarThreadSafe(id, bytes);
     if (m_request.json)
         m_streams.print(JsonLine()

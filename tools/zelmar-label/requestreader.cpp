@@ -6,6 +6,7 @@
 #include "zelmar_label/label_table/labeltype.h"
 
 #include <QHash>
+#include <QRegularExpression>
 
 namespace {
 
@@ -75,6 +76,16 @@ QList<Argument> argumentsOf(const CommandText &text)
     return arguments;
 }
 
+/// Qt takes a negative number for options of one letter each.
+QString hintOfNegativeNumber(const QString &error, const QStringList &arguments)
+{
+    static const QRegularExpression digitAsOption(QStringLiteral("^Unknown options?:? '?[0-9.]"));
+    static const QRegularExpression negative(QStringLiteral("^-[0-9.]+$"));
+    const int index = digitAsOption.match(error).hasMatch() ? arguments.indexOf(negative) : -1;
+    return index < 0 ? QString()
+                     : QStringLiteral("\"%1\" reads as an option; write -- in front of it").arg(arguments.at(index));
+}
+
 } // namespace
 
 RequestReader::RequestReader(const CommandText &command)
@@ -94,6 +105,8 @@ CommandLine RequestReader::read(const QStringList &arguments)
         return result;
     }
     if (!understood)
+        m_error = hintOfNegativeNumber(m_parser.errorText(), arguments);
+    if (!understood && m_error.isEmpty())
         m_error = m_parser.errorText().section(QLatin1Char('.'), 0, 0);
     readArguments();
     readOptions();
@@ -151,6 +164,12 @@ void RequestReader::readOptions()
 {
     m_request.json = m_parser.isSet(QStringLiteral("json"));
     m_request.debug = m_parser.isSet(QStringLiteral("debug"));
+    for (const char *const option : {"database", "folder", "samples"}) {
+        const QString name = QLatin1String(option);
+        // Qt warns of options that a command does not have.
+        if (m_parser.optionNames().contains(name) && m_parser.value(name).isEmpty())
+            fail(QStringLiteral("--%1 is empty").arg(name));
+    }
     if (m_request.takesDatabase())
         m_request.database = m_parser.value(QStringLiteral("database"));
     if (m_request.isOfCustomDatabase())
@@ -176,6 +195,7 @@ void RequestReader::readOptions()
         return;
     case Request::Command::Lint:
         m_request.samples = m_parser.value(QStringLiteral("samples"));
+        m_request.counts = m_parser.isSet(QStringLiteral("counts"));
         return;
     case Request::Command::ExportDriver:
         m_request.force = m_parser.isSet(QStringLiteral("force"));

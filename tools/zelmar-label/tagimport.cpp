@@ -45,7 +45,8 @@ ExitCode TagImport::runIn(Project &project)
     for (const ImportPlan::Refusal &refusal : plan.refusals())
         refuse(refusal.line, refusal.name, refusal.reason);
     if (m_refused > 0) {
-        m_streams.complain(QStringLiteral("%1 lines are refused; nothing is imported").arg(m_refused));
+        m_streams.complain(QStringLiteral("%1 %2 refused; nothing is imported")
+                               .arg(counted(m_refused, "line"), QLatin1String(m_refused == 1 ? "is" : "are")));
         return AddressRefused;
     }
     if (!m_request.dryRun && !(write(project, plan) && project.commit())) {

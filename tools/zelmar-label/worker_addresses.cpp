@@ -65,6 +65,9 @@ public:
         if (!m_foreign.isEmpty())
             return m_foreignReason;
         const label::CommandFormatter &row = m_device.row(m_start.row);
+        const QString misaligned = alignmentReason(row);
+        if (!misaligned.isEmpty())
+            return misaligned;
         if (m_request.cap.value_or(1) > 0)
             return endSentence(row);
         return QStringLiteral("%1 begins at %2%3")
@@ -82,6 +85,35 @@ private:
         const label::CommandFormatter &row = m_device.row(m_start.row);
         return row.getAddresRangePart(address) == row.getAddresRangePart(m_start.device) &&
                row.getbitOffset(address) == row.getbitOffset(m_start.device);
+    }
+
+    /// Numbers that the library's run goes on by.
+    int step(const label::CommandFormatter &row) const
+    {
+        const auto unit = static_cast<int>(numbersInUnit(row));
+        if (m_request.cap)
+            return *m_request.cap * unit;
+        const int wider = row.type() > label::BitType ? m_request.dataType - row.type() : 0;
+        return wider == 1 || wider == 2 ? 2 * wider * unit : unit;
+    }
+
+    /// Why the first number that the run left out is not aligned; empty when it is the limits that it misses. Not every
+    /// alignment tells the library how far apart good numbers are.
+    QString alignmentReason(const label::CommandFormatter &row) const
+    {
+        if (row.type() == label::BitType)
+            return QString();
+        const QList<CommunicatorCommand> unchecked = m_device.label().makeContinueCommandwithCap(
+            m_start.row, Device::command(m_start, m_request.dataType), commands.size() + 2, step(row), false);
+        for (const CommunicatorCommand &command : unchecked) {
+            if (command.address.contains(QLatin1Char('-')))
+                return QString();
+            if (row.isAddressValid(command.address))
+                continue;
+            const label::AddressDiagnosis left = label::diagnoseAddress(m_device.table(), command.address, row.type());
+            return left.kind == label::AddressDiagnosis::Kind::NotAligned ? label::diagnosisSentence(left) : QString();
+        }
+        return QString();
     }
 
     /// The library holds the bit against the limits, but not the word of a bit; and it leaves out a text behind the

@@ -5,7 +5,6 @@
 
 #include "zelmar_label/address_grammar/commandformatter.h"
 #include "zelmar_label/label_table/characterslip_p.h"
-#include "zelmar_label/label_table/rowdescription_p.h"
 
 #include <algorithm>
 #include <queue>
@@ -23,11 +22,16 @@ constexpr int costOfLookAlike = 2;
 constexpr int costOfOtherSeparator = 3;
 constexpr int costOfMissingSeparator = 4;
 constexpr int costOfTransposition = 4;
+constexpr int costOfWrongDigit = 5;
 constexpr int costOfMissingDigit = 6;
 constexpr int costOfExtraCharacter = 7;
-constexpr int costOfWrongCharacter = 8;
 constexpr int costOfExtraEnd = 9;
 constexpr int mostCost = 16;
+
+bool isAsciiDigit(QChar character)
+{
+    return character >= QLatin1Char('0') && character <= QLatin1Char('9');
+}
 
 QChar inOtherCase(QChar character)
 {
@@ -134,8 +138,12 @@ private:
         }
         if (character.isLetter())
             pushIfPossible(built + inOtherCase(character), next + 1, cost + costOfCase);
-        for (const QChar meant : lookAlikes(character))
-            pushIfPossible(built + meant, next + 1, cost + costOfLookAlike);
+        if (!isInWord(next)) {
+            for (const QChar meant : lookAlikes(character))
+                pushIfPossible(built + meant, next + 1, cost + costOfLookAlike);
+        }
+        if (isAsciiDigit(character))
+            pushNearestDigit(built, next, cost);
         const bool isDivider = isSeparator(character) || character.isPunct();
         for (const char separator : {'.', ':', '/', '\\'}) {
             if (isDivider)
@@ -143,15 +151,62 @@ private:
             else
                 pushIfPossible(built + QLatin1Char(separator), next, cost + costOfMissingSeparator);
         }
-        push(built, next + 1, cost + costOfExtraCharacter);
         const bool isBeforeDigit = next + 1 < m_text.size() && m_text.at(next + 1).isDigit();
+        // Two numbers are not meant for one.
+        if (!isDivider || !isBeforeDigit || built.isEmpty() || !built.back().isDigit())
+            push(built, next + 1, cost + costOfExtraCharacter);
         if (!isDivider && !isBeforeDigit)
             pushIfPossible(built + QLatin1Char('0'), next + 1, cost + costOfExtraEnd);
         push(built, m_text.size(), cost + costOfExtraEnd);
     }
 
+    /// True for a letter with letters behind it that are no digits either: "TIM5" has no 1 in it.
+    bool isInWord(int place) const
+    {
+        return m_text.at(place).isLetter() && place + 1 < m_text.size() && m_text.at(place + 1).isLetter() &&
+               lookAlikes(m_text.at(place + 1)).isEmpty();
+    }
+
+    /// The digits that the row can have in place of the one there, nearest first; of two as near the lower first.
+    QString digitsNear(QChar digit, const QString &front) const
+    {
+        QString near;
+        const auto add = [&](int other) {
+            const QChar character = QLatin1Char(static_cast<char>('0' + other));
+            if (other >= 0 && other < 10 && m_row.canBeCompleted(front + character))
+                near.append(character);
+        };
+        for (int distance = 1; distance < 10; ++distance) {
+            add(digit.digitValue() - distance);
+            add(digit.digitValue() + distance);
+        }
+        return near;
+    }
+
+    void pushNearestDigit(const QString &built, int next, int cost)
+    {
+        const QString near = cost + costOfWrongDigit <= mostCost ? digitsNear(m_text.at(next), built) : QString();
+        if (!near.isEmpty())
+            push(built + near.at(0), next + 1, cost + costOfWrongDigit);
+    }
+
+    /// Of a text that could go on, the same with another last digit: an even number for an odd one.
+    void findOtherLastDigit(const QString &built, int cost)
+    {
+        if (built.isEmpty() || !isAsciiDigit(built.back()) || cost + costOfWrongDigit > mostCost)
+            return;
+        const QString front = built.left(built.size() - 1);
+        for (const QChar digit : digitsNear(built.back(), front)) {
+            if (!m_row.isDeviceAddressValid(front + digit))
+                continue;
+            found({front + digit, cost + costOfWrongDigit});
+            return;
+        }
+    }
+
     void appendMissing(const QString &built, int next, int cost)
     {
+        findOtherLastDigit(built, cost);
         for (const char separator : {'.', ':', '/', '\\'})
             pushIfPossible(built + QLatin1Char(separator), next, cost + costOfMissingDigit);
         // Where numbers begin at 1.
@@ -188,39 +243,9 @@ int costOfSymbol(const QString &text, int size, const QString &symbol)
         return 0;
     if (size == symbol.size() - 1 && tailEquals(same, same + 1))
         return costOfExtraCharacter;
-    return size == symbol.size() && tailEquals(same + 1, same + 1) ? costOfWrongCharacter : 0;
-}
-
-enum class Token { Digits, Letters, Other };
-
-Token tokenOf(QChar character)
-{
-    return character.isDigit() ? Token::Digits : character.isLetter() ? Token::Letters : Token::Other;
-}
-
-/// Numbers, words and single other characters.
-QStringList tokens(const QString &text)
-{
-    QStringList parts;
-    for (int at = 0; at < text.size();) {
-        const Token token = tokenOf(text.at(at));
-        int end = at + 1;
-        while (token != Token::Other && end < text.size() && tokenOf(text.at(end)) == token)
-            ++end;
-        parts.append(text.mid(at, end - at));
-        at = end;
-    }
-    return parts;
-}
-
-bool isNumber(const QString &token)
-{
-    return !token.isEmpty() && token.at(0).isDigit();
-}
-
-bool isWord(const QString &token)
-{
-    return !token.isEmpty() && token.at(0).isLetter();
+    // A digit is the number's already.
+    const bool isLetterWrong = same < size && !text.at(same).isDigit();
+    return isLetterWrong && size == symbol.size() && tailEquals(same + 1, same + 1) ? costOfWrongCharacter : 0;
 }
 
 } // namespace
@@ -242,49 +267,9 @@ QList<Repair> withNearSymbol(const CommandFormatter &row, const QString &deviceA
     return repairs;
 }
 
-Repair withLastWord(const CommandFormatter &row, const QString &deviceAddress)
-{
-    const QStringList written = tokens(deviceAddress);
-    const QStringList example = tokens(exampleAddress(row));
-    const int last = written.size() - 1;
-    if (last < 1 || last >= example.size() || !isWord(written.at(last)) || !isWord(example.at(last)))
-        return {QString(), 0};
-    const QString meant = written.mid(0, last).join(QString()) + example.mid(last).join(QString());
-    return row.isDeviceAddressValid(meant) ? Repair{meant, costOfWrongCharacter} : Repair{QString(), 0};
-}
-
 bool isLikelySlip(int cost)
 {
     return cost < costOfTransposition;
-}
-
-QString completed(const CommandFormatter &row, const QString &deviceAddress)
-{
-    const QStringList written = tokens(deviceAddress);
-    const QStringList example = tokens(exampleAddress(row));
-    for (int known : {written.size(), written.size() - 1}) {
-        if (known < 0 || known > example.size())
-            continue;
-        const QString candidate = written.mid(0, known).join(QString()) + example.mid(known).join(QString());
-        if (candidate.startsWith(deviceAddress) && row.isDeviceAddressValid(candidate))
-            return candidate;
-    }
-    return QString();
-}
-
-QString withNumbersOf(const QString &deviceAddress, const QString &example)
-{
-    QStringList numbers;
-    const QStringList written = tokens(deviceAddress);
-    for (const QString &token : written) {
-        if (isNumber(token))
-            numbers.append(token);
-    }
-    QString filled;
-    const QStringList parts = tokens(example);
-    for (const QString &part : parts)
-        filled += isNumber(part) && !numbers.isEmpty() ? numbers.takeFirst() : part;
-    return numbers.isEmpty() ? filled : QString();
 }
 
 } // namespace label

@@ -18,6 +18,8 @@ struct Repair
     int cost;
 };
 
+constexpr int costOfWrongCharacter = 8;
+
 /// Beside a likely slip those are noise that cost so much more.
 constexpr int muchUnlikelier = 3;
 

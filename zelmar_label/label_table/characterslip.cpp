@@ -3,18 +3,16 @@
 
 #include "zelmar_label/label_table/characterslip_p.h"
 
-#include <algorithm>
-
 namespace label {
 
 namespace {
 
-constexpr QLatin1String separators(".:/\\,");
-constexpr QLatin1String blanks(" \t\n\r");
+constexpr char separators[] = ".:/\\,";
+constexpr char blanks[] = " \t\n\r";
 
-bool isOneOf(QChar character, QLatin1String set)
+bool isOneOf(QChar character, const char *set)
 {
-    return std::any_of(set.begin(), set.end(), [character](char one) { return character == QLatin1Char(one); });
+    return QLatin1String(set).contains(character);
 }
 
 constexpr ushort beyondAscii = 128;
@@ -55,9 +53,9 @@ QString lookAlikes(QChar character)
 {
     if (!asciiForm(character).isNull())
         return asciiForm(character);
-    if (isOneOf(character, QLatin1String("OoQ")))
+    if (isOneOf(character, "OoQ"))
         return QStringLiteral("0");
-    if (isOneOf(character, QLatin1String("lI|i")))
+    if (isOneOf(character, "lI|i"))
         return QStringLiteral("1");
     if (character == QLatin1Char('0'))
         return QStringLiteral("O");
@@ -79,13 +77,15 @@ QString withoutDigitLetters(const QString &deviceAddress)
     QString text = deviceAddress;
     for (int at = 0; at < text.size(); ++at) {
         const QChar character = text.at(at);
+        const bool isBehindText = at > 0;
         const bool isBesideDigit =
-            (at > 0 && text.at(at - 1).isDigit()) || (at + 1 < text.size() && text.at(at + 1).isDigit());
-        if (!isBesideDigit)
+            (isBehindText && text.at(at - 1).isDigit()) || (at + 1 < text.size() && text.at(at + 1).isDigit());
+        const bool isBeforeSeparator = isBehindText && at + 1 < text.size() && isSeparator(text.at(at + 1));
+        if (!isBesideDigit && !isBeforeSeparator)
             continue;
-        if (isOneOf(character, QLatin1String("Oo")))
+        if (isOneOf(character, "Oo"))
             text[at] = QLatin1Char('0');
-        if (isOneOf(character, QLatin1String("lI")))
+        if (isOneOf(character, "lI"))
             text[at] = QLatin1Char('1');
     }
     return text;

@@ -19,7 +19,8 @@ QString withoutBlanks(const QString &text);
 /// The characters that this one is taken for: 0 for O, O for 0, 1 for l and I, an ASCII character for its wide form.
 QString lookAlikes(QChar character);
 
-/// `deviceAddress` with digits for the letters beside digits that look like them: 0 for O, 1 for l and I.
+/// `deviceAddress` with digits for the letters that look like them, beside digits and before separators: 0 for O, 1 for
+/// l and I.
 QString withoutDigitLetters(const QString &deviceAddress);
 
 /// `text` with ASCII characters in the place of their wide and other forms ("４" for "4"), and of other scripts'

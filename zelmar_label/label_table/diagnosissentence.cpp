@@ -26,7 +26,7 @@ public:
 
     QString sentence() const
     {
-        const QString fault = m_diagnosis.slip == Slip::None ? faultSentence() : slipSentence();
+        QString fault = m_diagnosis.slip == Slip::None ? faultSentence() : slipSentence();
         if (!m_diagnosis.isUnchecked || m_diagnosis.kind == Kind::FamilyName)
             return fault;
         return tr("%1, yet labels take it unchecked").arg(fault);
@@ -247,9 +247,12 @@ private:
         const QString digits = QStringLiteral("0123456789");
         if (take(digits))
             return {tr("a digit")};
-        for (int last = 8; last >= 2; --last) {
-            if (take(digits.left(last + 1)))
-                return {tr("a digit from 0 to %1").arg(last)};
+        constexpr int fewest = 3;
+        for (int count = digits.size() - 1; count >= fewest; --count) {
+            for (int first = 0; first + count <= digits.size(); ++first) {
+                if (take(digits.mid(first, count)))
+                    return {tr("a digit from %1 to %2").arg(digits.at(first), digits.at(first + count - 1))};
+            }
         }
         return {};
     }

@@ -9,6 +9,8 @@
 #include "zelmar_label/label_table/characterslip_p.h"
 #include "zelmar_label/label_table/rowdescription_p.h"
 
+#include <QRegularExpression>
+
 #include <algorithm>
 #include <vector>
 
@@ -60,10 +62,30 @@ int likeness(const QString &address, const QString &example)
     return commonFront(left, right) + commonFront(withoutSeparators(left), withoutSeparators(right));
 }
 
+/// The characters at the end that both have when numbers do not count: of "DB1.DW2" and "DB1.DBW4" the "W" and the
+/// number.
+int commonTail(const QString &address, const QString &example)
+{
+    const QString left = shape(address);
+    const QString right = shape(example);
+    int same = 0;
+    while (same < left.size() && same < right.size() &&
+           left.at(left.size() - 1 - same) == right.at(right.size() - 1 - same))
+        ++same;
+    return same;
+}
+
 struct Family
 {
     int row;
     int likeness;
+    /// Of families that are as like.
+    int tail;
+
+    bool operator<(const Family &other) const
+    {
+        return likeness != other.likeness ? likeness > other.likeness : tail > other.tail;
+    }
 };
 
 /// True when the text leaves its nearest row in the concrete prefix of a family's member: that this member happens to
@@ -86,11 +108,17 @@ std::vector<Family> familiesOf(const AddressJudge &judge, int reach, const QStri
         const QString symbol = row.prefixSymbol();
         if (passesTypeFilter(row.type(), type) && isFamilyTemplate(row) && !symbol.isEmpty() &&
             reach <= symbol.size() && address.startsWith(symbol, Qt::CaseInsensitive))
-            families.push_back({index, likeness(address, exampleAddress(row))});
+            families.push_back(
+                {index, likeness(address, exampleAddress(row)), commonTail(address, exampleAddress(row))});
     }
-    std::stable_sort(families.begin(), families.end(),
-                     [](const Family &left, const Family &right) { return left.likeness > right.likeness; });
+    std::stable_sort(families.begin(), families.end());
     return families;
+}
+
+QString withoutZerosInFront(const QString &text)
+{
+    static const QRegularExpression zeros(QStringLiteral("(?<!\\d)0+(?=\\d)"));
+    return QString(text).remove(zeros);
 }
 
 struct NumberPlace
@@ -212,6 +240,11 @@ bool explainFamily(AddressJudge &judge, const AddressSearch &search, AddressDiag
         return false;
     diagnosis.kind = Kind::UnknownFamilyMember;
     diagnosis.row = families.front().row;
+    const QString plain = withoutZerosInFront(text);
+    if (plain != diagnosis.address && judge.accepts(plain, diagnosis.type)) {
+        offers.append(plain);
+        return true;
+    }
     const QString example = exampleAddress(judge.row(diagnosis.row));
     const QString meant = withNumbersOf(text, example);
     if (!meant.isEmpty() && (meant == diagnosis.address || !judge.accepts(meant, diagnosis.type)))

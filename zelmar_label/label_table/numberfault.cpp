@@ -18,6 +18,13 @@ namespace {
 
 using Kind = AddressDiagnosis::Kind;
 
+/// Where the number of a text that matches begins; -1 for a text that does not.
+int numberPosition(const CommandFormatter &row, const QString &deviceAddress)
+{
+    const QChar mark(QChar::ObjectReplacementCharacter);
+    return row.withNumber(deviceAddress, mark).indexOf(mark);
+}
+
 /// The numbers of one row.
 class Numbers
 {
@@ -64,6 +71,12 @@ public:
         constexpr int bitDigits = 2;
         if (digits.size() > bitDigits)
             forms.append(digits.left(digits.size() - bitDigits));
+        // Of a script's bits only the number itself is known to be exchanged.
+        const QString written = deviceAddress.mid(numberPosition(m_row, deviceAddress), width);
+        const QString own = numberInAddress(m_row.getAddresRangePart(deviceAddress), m_row.base());
+        const int place = written.lastIndexOf(own, -1, Qt::CaseInsensitive);
+        if (m_row.type() == CommunicatorCommand::Bit && place >= 0)
+            forms.append(QString(written).replace(place, own.size(), digits));
         for (const QString &form : qAsConst(forms)) {
             const QString address = m_row.withNumber(deviceAddress, form);
             if (m_row.isDeviceAddressValid(address) && m_row.getAddresRangePart(address) == number)
@@ -110,11 +123,29 @@ void explainAlignment(const CommandFormatter &row, const Numbers &numbers, int n
     }
 }
 
-/// Where the number of a text that matches begins; -1 for a text that does not.
-int numberPosition(const CommandFormatter &row, const QString &deviceAddress)
+/// A script may count otherwise than addresses are written, as bits through a file of words: tells the last of those
+/// that the row accepts with other digits at the end.
+void explainWrittenNumber(const CommandFormatter &row, const QString &deviceAddress, AddressDiagnosis &diagnosis,
+                          QStringList &offers)
 {
-    const QChar mark(QChar::ObjectReplacementCharacter);
-    return row.withNumber(deviceAddress, mark).indexOf(mark);
+    int start = deviceAddress.size();
+    while (start > 0 && isDigit(deviceAddress.at(start - 1), 10))
+        --start;
+    const QString front = deviceAddress.left(start);
+    const auto isValid = [&](int number) { return row.isDeviceAddressValid(front + QString::number(number)); };
+    const std::optional<int> written = readNumber(deviceAddress.mid(start), 10);
+    if (row.base() != 10 || !written || !isValid(0))
+        return;
+    int good = 0;
+    int refused = *written;
+    while (refused - good > 1) {
+        const int middle = good + (refused - good) / 2;
+        (isValid(middle) ? good : refused) = middle;
+    }
+    diagnosis.position = start;
+    diagnosis.number = QString::number(*written);
+    diagnosis.limit = QString::number(good);
+    offers.append(front + diagnosis.limit);
 }
 
 /// Digits of a bit that stands behind its word without a separator; 0 for other rows.
@@ -152,6 +183,8 @@ void explainRefusedNumber(const CommandFormatter &row, const QString &deviceAddr
         diagnosis.kind = Kind::AboveLast;
         diagnosis.limit = row.end();
         numbers.offer(deviceAddress, numbers.outermost(*numbers.last, -1), offers);
+        if (offers.isEmpty())
+            explainWrittenNumber(row, deviceAddress, diagnosis, offers);
     } else if (number < *numbers.first) {
         diagnosis.kind = Kind::BelowFirst;
         diagnosis.limit = row.start();
@@ -207,8 +240,13 @@ bool explainDigitOutsideRadix(const CommandFormatter &row, const QString &device
     const QString below = deviceAddress.left(reach) + highest.repeated(end - reach) + deviceAddress.mid(end);
     offers.append(below);
     const int number = row.matchedFront(below) > below.size() ? row.getAddresRangePart(below) : -1;
-    if (number >= 0 && number < std::numeric_limits<int>::max())
-        Numbers(row).offer(below, number + 1, offers);
+    if (number < 0 || number == std::numeric_limits<int>::max())
+        return true;
+    const Numbers numbers(row);
+    const bool isAligned = row.type() == CommunicatorCommand::Bit || row.validateMultiple(number);
+    if (!isAligned)
+        numbers.offer(below, numbers.nextAligned(number, -1), offers);
+    numbers.offer(below, isAligned ? number + 1 : numbers.nextAligned(number, 1), offers);
     return true;
 }
 

@@ -7,11 +7,13 @@
 #include "zelmar_label/label_table/addressjudge_p.h"
 #include "zelmar_label/label_table/addressrepair_p.h"
 #include "zelmar_label/label_table/addresssearch_p.h"
+#include "zelmar_label/label_table/characterslip_p.h"
 #include "zelmar_label/label_table/familyfault_p.h"
 #include "zelmar_label/label_table/numberfault_p.h"
 #include "zelmar_label/label_table/rowdescription_p.h"
 
 #include <algorithm>
+#include <iterator>
 #include <vector>
 
 namespace label {
@@ -165,6 +167,13 @@ int firstExplained(const AddressJudge &judge, const AddressSearch &search, Expla
     return -1;
 }
 
+QString withoutDigits(const QString &address)
+{
+    QString rest;
+    std::copy_if(address.begin(), address.end(), std::back_inserter(rest), [](QChar c) { return !c.isDigit(); });
+    return rest;
+}
+
 int explainCharacter(AddressJudge &judge, const AddressSearch &search, AddressDiagnosis &diagnosis, QStringList &offers)
 {
     const QString &address = diagnosis.address;
@@ -179,8 +188,16 @@ int explainCharacter(AddressJudge &judge, const AddressSearch &search, AddressDi
         if (explainDigitOutsideRadix(judge.row(nearest), address, search.reach(), diagnosis, offers))
             return nearest;
     }
-    for (const RowRepair &one : repairs.found())
-        offers.append(one.repair.address);
+    // Rows that begin with a digit are not looked for by a letter, nor are all rows tried that look alike.
+    if (repairs.found().empty() || !isLikelySlip(repairs.found().front().repair.cost))
+        offers.append(withoutDigitLetters(address));
+    // The letters of a text that is only too short are meant.
+    for (const bool isLikelier : {true, false}) {
+        for (const RowRepair &one : repairs.found()) {
+            if (isLikelier == (isIncomplete && withoutDigits(one.repair.address).startsWith(withoutDigits(address))))
+                offers.append(one.repair.address);
+        }
+    }
     if (isIncomplete)
         offerCompletions(judge, search, address, offers);
     offerFamilyMembers(judge, address, diagnosis.type, offers);

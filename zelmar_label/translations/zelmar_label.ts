@@ -274,7 +274,7 @@ p, li { white-space: pre-wrap; }
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <source>a digit from 0 to %1</source>
+        <source>a digit from %1 to %2</source>
         <translation type="unfinished"></translation>
     </message>
     <message>

@@ -277,8 +277,8 @@ p, li { white-space: pre-wrap; }
         <translation>eine Ziffer</translation>
     </message>
     <message>
-        <source>a digit from 0 to %1</source>
-        <translation>eine Ziffer von 0 bis %1</translation>
+        <source>a digit from %1 to %2</source>
+        <translation>eine Ziffer von %1 bis %2</translation>
     </message>
     <message>
         <source>%1, %2</source>
