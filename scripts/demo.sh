@@ -55,7 +55,7 @@ show next "ISO on TCP" DB1.DBD4 --as dword --count 3
 show split "FX5U Ethernet" 2-D100 --as qword
 show blocks "Modbus TCP" 40001 --count 300
 
-show lint
+show lint --samples drivers/samples --counts
 
 project=build/sample-project.db
 rm -f "$project"
