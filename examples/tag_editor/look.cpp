@@ -96,7 +96,7 @@ QColor faded(const QPalette &palette)
 QColor link(const QPalette &palette)
 {
     constexpr int readable = 140;
-    const QColor own = palette.color(QPalette::Link);
+    const QColor &own = palette.color(QPalette::Link);
     return isDark(palette) && own.lightness() < readable ? QColor(120, 170, 250) : own;
 }
 

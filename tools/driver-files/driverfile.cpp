@@ -205,8 +205,8 @@ private:
 
     QStringList takeComments()
     {
-        const QStringList taken = m_comments;
-        m_comments.clear();
+        QStringList taken;
+        taken.swap(m_comments);
         return taken;
     }
 

@@ -130,7 +130,7 @@ void LintContext::makeRow(int index)
     QElapsedTimer timer;
     timer.start();
     row.formatter.getAddresRangePart(label::exampleAddress(row.formatter));
-    row.isEndless = timer.elapsed() >= label::ScriptHook::deadlineSeconds * 1000;
+    row.isEndless = timer.elapsed() >= label::ScriptHook::deadlineSeconds * qint64(1000);
     if (!row.isEndless && QRegExp(row.formatter.pattern()).isValid())
         makeAddresses(row, samples);
     rows.push_back(std::move(row));

@@ -34,7 +34,7 @@ bool isHexDigit(QChar digit)
 QVariant wholeNumber(const QString &text, int dataType, QString &error)
 {
     bool isNumber = false;
-    const QVariant number =
+    QVariant number =
         dataType == tagtype::UInt64 ? QVariant(text.toULongLong(&isNumber)) : QVariant(text.toLongLong(&isNumber));
     if (isNumber)
         return number;

@@ -82,7 +82,7 @@ public:
     PreviewPanel()
         : AddMultipleTagsPanel(nullptr)
     {
-        toolTipChanged();
+        PreviewPanel::toolTipChanged();
     }
 
 protected:

@@ -65,7 +65,7 @@ public:
         if (!m_foreign.isEmpty())
             return m_foreignReason;
         const label::CommandFormatter &row = m_device.row(m_start.row);
-        const QString misaligned = alignmentReason(row);
+        QString misaligned = alignmentReason(row);
         if (!misaligned.isEmpty())
             return misaligned;
         if (m_request.cap.value_or(1) > 0)

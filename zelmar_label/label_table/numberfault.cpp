@@ -78,7 +78,7 @@ public:
         if (m_row.type() == CommunicatorCommand::Bit && place >= 0)
             forms.append(QString(written).replace(place, own.size(), digits));
         for (const QString &form : qAsConst(forms)) {
-            const QString address = m_row.withNumber(deviceAddress, form);
+            QString address = m_row.withNumber(deviceAddress, form);
             if (m_row.isDeviceAddressValid(address) && m_row.getAddresRangePart(address) == number)
                 return address;
         }
