@@ -75,7 +75,7 @@ void MessageBar::paint()
     const QPalette own = parentWidget() ? parentWidget()->palette() : palette();
     const QColor color = m_kind == Kind::Problem ? look::wrong(own) : look::good(own);
     const QColor ground = look::tinted(own, color);
-    const QColor text = own.color(QPalette::Text);
+    const QColor &text = own.color(QPalette::Text);
     if (palette().color(QPalette::Window) == ground && palette().color(QPalette::WindowText) == text)
         return;
     QPalette tinted;

@@ -111,7 +111,7 @@ QString ProjectSession::open(const QString &path)
     if (!missing.isEmpty())
         return sentence(missing);
     const QString key = freeKey();
-    const QString problem = connect(path, key);
+    QString problem = connect(path, key);
     if (problem.isEmpty())
         take(path, key, mayWrite(path));
     else
@@ -211,7 +211,7 @@ QString ProjectSession::refusalToWrite() const
 /// Tags are changed by their names.
 QString ProjectSession::refusalToWrite(int id) const
 {
-    const QString refusal = refusalToWrite();
+    QString refusal = refusalToWrite();
     if (!refusal.isEmpty())
         return refusal;
     const QString name = tag(id).name;
@@ -223,10 +223,10 @@ QString ProjectSession::rename(int id, const QString &name)
 {
     if (tag(id).name == name)
         return QString();
-    const QString refusal = refusalToWrite();
+    QString refusal = refusalToWrite();
     if (!refusal.isEmpty())
         return refusal;
-    const QString problem = nameProblem(name);
+    QString problem = nameProblem(name);
     if (!problem.isEmpty())
         return problem;
     m_tags->setTagNameById(name, id);
@@ -239,7 +239,7 @@ QString ProjectSession::rename(int id, const QString &name)
 
 QString ProjectSession::change(int id, const QString &address, int dataType, int scale)
 {
-    const QString problem = refusalToWrite(id);
+    QString problem = refusalToWrite(id);
     if (!problem.isEmpty())
         return problem;
     const QString kept = m_stored->address(address);
@@ -254,10 +254,10 @@ QString ProjectSession::change(int id, const QString &address, int dataType, int
 
 QString ProjectSession::add(const QString &name, int linkId, int dataType, const QString &address, int scale)
 {
-    const QString refusal = refusalToWrite();
+    QString refusal = refusalToWrite();
     if (!refusal.isEmpty())
         return refusal;
-    const QString problem = nameProblem(name);
+    QString problem = nameProblem(name);
     if (!problem.isEmpty())
         return problem;
     const QString reason = m_judge->judge(linkId, dataType, address, scale).reason;
@@ -273,7 +273,7 @@ QString ProjectSession::add(const QString &name, int linkId, int dataType, const
 
 QString ProjectSession::begin()
 {
-    const QString refusal = refusalToWrite();
+    QString refusal = refusalToWrite();
     if (!refusal.isEmpty())
         return refusal;
     QSqlQuery query(database());

@@ -72,9 +72,9 @@ public:
         m_engine.globalObject().property(name).call(QScriptValue(), arguments);
         if (!m_engine.hasUncaughtException())
             return QString();
-        const QString text = QStringLiteral("line %1: %2")
-                                 .arg(m_engine.uncaughtExceptionLineNumber())
-                                 .arg(m_engine.uncaughtException().toString());
+        QString text = QStringLiteral("line %1: %2")
+                           .arg(m_engine.uncaughtExceptionLineNumber())
+                           .arg(m_engine.uncaughtException().toString());
         m_engine.clearExceptions();
         return text;
     }
@@ -127,7 +127,7 @@ struct ExaminedScript
         timer.start();
         const bool isGood = hook.load();
         // The library stops a script that does not end; nobody would stop the probe.
-        if (timer.elapsed() >= ScriptHook::deadlineSeconds * 1000) {
+        if (timer.elapsed() >= ScriptHook::deadlineSeconds * qint64(1000)) {
             faults.append(endless());
             return;
         }
@@ -153,7 +153,7 @@ struct ExaminedScript
             hook.convertToRegisterAddress(address);
         else if (function == QLatin1String("makeBitContinueCommand"))
             hook.makeBitContinueCommand(command, 2, 1);
-        return timer.elapsed() >= ScriptHook::deadlineSeconds * 1000;
+        return timer.elapsed() >= ScriptHook::deadlineSeconds * qint64(1000);
     }
 
     ScriptFault endless() const
