@@ -95,6 +95,19 @@ void executeOn(const QString &key, const QString &statement, const QVariantList 
     executed(key, statement, values);
 }
 
+bool tryOn(const QString &key, const QString &statement)
+{
+    QSqlQuery query(QSqlDatabase::database(key, false));
+    return query.exec(statement);
+}
+
+QString errorOn(const QString &key, const QString &statement)
+{
+    QSqlQuery query(QSqlDatabase::database(key, false));
+    query.exec(statement);
+    return query.lastError().text();
+}
+
 QStringList rowsOn(const QString &key, const QString &statement)
 {
     QStringList rows;

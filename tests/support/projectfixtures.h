@@ -65,6 +65,10 @@ QString tagTableStatement();
 /// Runs a statement on the connection `key`; ends the program when it fails.
 void executeOn(const QString &key, const QString &statement, const QVariantList &values = {});
 
+/// Runs a statement that may fail, as while another connection holds a lock. Tells whether it succeeded, or the error.
+bool tryOn(const QString &key, const QString &statement);
+QString errorOn(const QString &key, const QString &statement);
+
 /// The result of a statement on the connection `key`: each row's fields, joined by "|"; NULL is "(null)".
 QStringList rowsOn(const QString &key, const QString &statement);
 

@@ -2,49 +2,27 @@
 // SPDX-License-Identifier: MIT
 
 #include "support/logrecorder.h"
-#include "support/projectfixtures.h"
+#include "support/projecttest.h"
 
 #include "zelmar_label/address_grammar/communicatorcommand.h"
 #include "zelmar_label/tag_store/tagsystem.h"
 
 #include <QFile>
 #include <QSqlDatabase>
-#include <QSqlError>
 #include <QSqlQuery>
-#include <QTemporaryDir>
 #include <QtTest>
-
-#include <memory>
 
 namespace {
 
-const QString key = QStringLiteral("11");
-const QString otherKey = QStringLiteral("a connection of others");
-const QString allRows = QStringLiteral("SELECT * FROM custom_tag_table ORDER BY id");
 const QString insertFailed = QStringLiteral("warning|Error|Insert tag error.");
 const QString notRead = QStringLiteral("warning|Read Database error|");
 const QString notModified = QStringLiteral("warning|Modify tag error|");
-
-TagRow tag(int id, const QString &name)
-{
-    TagRow row;
-    row.id = id;
-    row.name = name;
-    return row;
-}
 
 CommunicatorCommand command(const QString &address)
 {
     CommunicatorCommand made;
     made.address = address;
     return made;
-}
-
-QString errorOn(const QString &connection, const QString &statement)
-{
-    QSqlQuery query(QSqlDatabase::database(connection, false));
-    query.exec(statement);
-    return query.lastError().text();
 }
 
 /// The one value of a statement's one row, with all its characters.
@@ -62,7 +40,7 @@ QByteArray contents(const QString &path)
 
 } // namespace
 
-class TagBadInputTest : public QObject
+class TagBadInputTest : public ProjectTest
 {
     Q_OBJECT
 
@@ -105,23 +83,16 @@ private Q_SLOTS:
 
 private:
     static void texts();
-    TagSystem *bound() { return TagSystem::instance(key); }
     void makeTags(int count);
     void refusesAllWrites(TagSystem *tags, bool isEmptyUpdateRefused = true);
 
-    std::unique_ptr<QTemporaryDir> m_folder;
-    QString m_path;
-    std::unique_ptr<MessageRecorder> m_messages;
     bool m_isBroken = false;
 };
 
 void TagBadInputTest::init()
 {
-    m_folder = std::make_unique<QTemporaryDir>();
-    m_path = m_folder->filePath(QStringLiteral("project.db"));
-    m_messages = std::make_unique<MessageRecorder>();
+    ProjectTest::init();
     m_isBroken = false;
-    makeProject(m_path, key);
     executeOn(key, "PRAGMA busy_timeout = 0");
 }
 

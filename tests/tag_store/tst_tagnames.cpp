@@ -1,29 +1,16 @@
 // SPDX-FileCopyrightText: the zelmar_label authors
 // SPDX-License-Identifier: MIT
 
-#include "support/projectfixtures.h"
+#include "support/projecttest.h"
 
 #include "zelmar_label/tag_store/tagsystem.h"
 
-#include <QTemporaryDir>
 #include <QtTest>
 
 #include <algorithm>
 #include <limits>
-#include <memory>
 
 namespace {
-
-const QString key = QStringLiteral("11");
-
-TagRow tag(int id, const QString &name, int connectorId = 0)
-{
-    TagRow row;
-    row.id = id;
-    row.name = name;
-    row.connectorId = connectorId;
-    return row;
-}
 
 QList<int> sorted(QList<int> ids)
 {
@@ -33,14 +20,11 @@ QList<int> sorted(QList<int> ids)
 
 } // namespace
 
-class TagNamesTest : public QObject
+class TagNamesTest : public ProjectTest
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void init();
-    void cleanup();
-
     void kindsOfNames_data();
     void kindsOfNames();
     void newNamesComeFromTheList();
@@ -74,25 +58,7 @@ private Q_SLOTS:
 
 private:
     TagSystem *filled();
-
-    std::unique_ptr<QTemporaryDir> m_folder;
-    std::unique_ptr<MessageRecorder> m_messages;
 };
-
-void TagNamesTest::init()
-{
-    m_folder = std::make_unique<QTemporaryDir>();
-    m_messages = std::make_unique<MessageRecorder>();
-    makeProject(m_folder->filePath(QStringLiteral("project.db")), key);
-}
-
-void TagNamesTest::cleanup()
-{
-    QCOMPARE(m_messages->take(), QStringList());
-    dropProjects();
-    m_messages.reset();
-    m_folder.reset();
-}
 
 /// Ten rows, some of them where a name of another kind or a second row hides them, and four recipe maps.
 TagSystem *TagNamesTest::filled()
