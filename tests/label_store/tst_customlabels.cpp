@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 
 #include "support/labelfixtures.h"
+#include "support/labelstoremessages.h"
 #include "support/logrecorder.h"
 #include "support/projectfixtures.h"
 
@@ -23,10 +24,6 @@ using label::LabelInterface;
 
 namespace {
 
-const QString untouched = QStringLiteral("untouched");
-const QString rowLine = QStringLiteral("------------------------------------------    commandformatter");
-const QString unknownDriver = QStringLiteral("Cant found driver table in label.");
-const QString noConnection = QStringLiteral("Can't create connection.");
 const QString customConnection = QStringLiteral("customdrivers");
 /// A connection of the test's own to the custom database.
 const QString peek = QStringLiteral("peek");
@@ -34,16 +31,6 @@ const QString peek = QStringLiteral("peek");
 const QString indexStatement =
     QStringLiteral("CREATE TABLE table_index(name TEXT, general_table TEXT, device_table TEXT)");
 const QString allOfIndex = QStringLiteral("SELECT * FROM table_index");
-
-QString databaseFolder()
-{
-    return QDir(QCoreApplication::applicationDirPath()).filePath(QStringLiteral("database"));
-}
-
-QString fileBesideTheProgram(const char *name)
-{
-    return QDir(QCoreApplication::applicationDirPath()).filePath(QLatin1String(name));
-}
 
 QString customPath()
 {
@@ -95,18 +82,6 @@ QString deviceRow(const char *table, const char *pattern, const char *symbol)
 bool isConnectionOpen()
 {
     return QSqlDatabase::contains(customConnection) && QSqlDatabase::database(customConnection, false).isOpen();
-}
-
-/// All lines but what Qt itself says when a connection that was opened before cannot be opened again.
-QStringList ownLines(const LogRecorder &log)
-{
-    QStringList own;
-    const QStringList lines = log.lines();
-    for (const QString &line : lines) {
-        if (!line.startsWith(QLatin1String("warning: QSqlDatabasePrivate::database: unable to open database")))
-            own.append(line);
-    }
-    return own;
 }
 
 /// True for the line that names the step of `operation` that failed.
@@ -326,24 +301,24 @@ void CustomLabelsTest::aFileThatCannotBeOpened()
         QVERIFY(!label::createCustomDatabaseConnection(db));
         QVERIFY(!db.isOpen());
     }
-    QCOMPARE(ownLines(log), QStringList{line});
+    QCOMPARE(log.ownLines(), QStringList{line});
 
     log.take();
     QVERIFY(!build(QStringLiteral("A")));
     QCOMPARE(m_error, noConnection);
-    QCOMPARE(ownLines(log), QStringList{line});
+    QCOMPARE(log.ownLines(), QStringList{line});
 
     log.take();
     QVERIFY(!setup(QStringLiteral("A")));
-    QCOMPARE(ownLines(log).size(), 2);
-    QCOMPARE(ownLines(log).first(), line);
-    QVERIFY(isFailureLine(ownLines(log).last(), "setupCustomLabel"));
+    QCOMPARE(log.ownLines().size(), 2);
+    QCOMPARE(log.ownLines().first(), line);
+    QVERIFY(isFailureLine(log.ownLines().last(), "setupCustomLabel"));
 
     log.take();
     QVERIFY(!label::setupDefaultLabel(QStringLiteral("A")));
-    QCOMPARE(ownLines(log).size(), 2);
-    QCOMPARE(ownLines(log).first(), line);
-    QVERIFY(isFailureLine(ownLines(log).last(), "setupDefaultLabel"));
+    QCOMPARE(log.ownLines().size(), 2);
+    QCOMPARE(log.ownLines().first(), line);
+    QVERIFY(isFailureLine(log.ownLines().last(), "setupDefaultLabel"));
 
     QVERIFY(QDir().rmdir(customPath()));
     QVERIFY2(setup(QStringLiteral("A")), "the next call tries again");

@@ -21,7 +21,6 @@ using label::LabelInterface;
 
 namespace {
 
-const QString rowLine = QStringLiteral("------------------------------------------    commandformatter");
 const QString words = QStringLiteral("Words");
 const QString blocks = QStringLiteral("ISO on TCP");
 const QString scripted = QStringLiteral("Scripted");

@@ -24,8 +24,6 @@ static_assert(sizeof(LabelInterface) == sizeof(void *), "the interface has no da
 
 namespace {
 
-const QString rowLine = QStringLiteral("------------------------------------------    commandformatter");
-
 Row row(const char *pattern, int type, const char *symbol, const char *description, const char *rule = "")
 {
     Row made;

@@ -86,6 +86,8 @@ QString scriptPath(const QString &fileName)
 
 } // namespace
 
+const QString rowLine = QStringLiteral("------------------------------------------    commandformatter");
+
 label::CommandFormatter Row::formatter() const
 {
     return label::CommandFormatter(pattern, type, addressGroupIndex, description, prefixSymbol, start, end,
@@ -148,9 +150,19 @@ void writeDriverDatabase(const QString &path, const QList<Driver> &drivers)
     QSqlDatabase::removeDatabase(QLatin1String(connection));
 }
 
+QString databaseFolder()
+{
+    return fileBesideTheProgram("database");
+}
+
 QString driverDatabasePath()
 {
     QDir folder(QCoreApplication::applicationDirPath());
     folder.mkpath(QStringLiteral("database"));
     return folder.filePath(QStringLiteral("database/drivers"));
+}
+
+QString fileBesideTheProgram(const char *name)
+{
+    return QDir(QCoreApplication::applicationDirPath()).filePath(QLatin1String(name));
 }

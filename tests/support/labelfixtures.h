@@ -11,6 +11,9 @@
 #include <QString>
 #include <QStringList>
 
+/// What is logged for each row that is built.
+extern const QString rowLine;
+
 /// One row of a device table; a test names only the columns that matter to it.
 struct Row
 {
@@ -58,7 +61,12 @@ struct Driver
 /// Writes the SQLite file `path` afresh, with these drivers. Each needs table names of its own.
 void writeDriverDatabase(const QString &path, const QList<Driver> &drivers);
 
+/// "database" beside the test program, which need not be there.
+QString databaseFolder();
+
 /// "database/drivers" beside the test program; the folder is made.
 QString driverDatabasePath();
+
+QString fileBesideTheProgram(const char *name);
 
 #endif

@@ -46,6 +46,17 @@ QStringList LogRecorder::lines() const
     return s_lines;
 }
 
+QStringList LogRecorder::ownLines() const
+{
+    QStringList own;
+    const QStringList all = lines();
+    for (const QString &line : all) {
+        if (!line.startsWith(QLatin1String("warning: QSqlDatabasePrivate::database: unable to open database")))
+            own.append(line);
+    }
+    return own;
+}
+
 QStringList LogRecorder::take()
 {
     const QMutexLocker locker(&s_mutex);

@@ -19,6 +19,9 @@ public:
     /// All lines so far, in order; "warning: " and "critical: " stand before lines above debug level.
     QStringList lines() const;
 
+    /// All lines but what Qt itself says when a connection that was opened before cannot be opened again.
+    QStringList ownLines() const;
+
     /// The lines since the last call.
     QStringList take();
 

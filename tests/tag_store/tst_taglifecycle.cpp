@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: the zelmar_label authors
 // SPDX-License-Identifier: MIT
 
+#include "support/labelfixtures.h"
 #include "support/logrecorder.h"
 #include "support/projectfixtures.h"
 
@@ -46,26 +47,9 @@ void inAnotherThread(const std::function<void()> &work)
     std::thread(work).join();
 }
 
-QString databaseFolder()
-{
-    return QDir(QCoreApplication::applicationDirPath()).filePath(QStringLiteral("database"));
-}
-
 void setCurrentProject(const QVariant &project)
 {
     qApp->setProperty("currentProject", project);
-}
-
-/// All lines but what Qt itself says of a database that cannot be opened.
-QStringList ownLines(const LogRecorder &log)
-{
-    QStringList own;
-    const QStringList lines = log.lines();
-    for (const QString &line : lines) {
-        if (!line.startsWith(QLatin1String("warning: QSqlDatabasePrivate::database: unable to open database")))
-            own.append(line);
-    }
-    return own;
 }
 
 /// Looks at the message box that the next operation shows, and presses its button.
@@ -287,7 +271,7 @@ void TagLifecycleTest::aKeyWhoseFileCannotBeOpened()
     TagSystem *const tags = TagSystem::instance(key);
     QVERIFY(tags);
     QCOMPARE(m_messages->take(), QStringList{notOpened});
-    QCOMPARE(ownLines(log), QStringList());
+    QCOMPARE(log.ownLines(), QStringList());
     QVERIFY(tags->database().isValid());
     QVERIFY(!tags->database().isOpen());
     QCOMPARE(tags->getCustomTagTableAddressColumn(), 5);
@@ -410,7 +394,7 @@ void TagLifecycleTest::initTellsWhetherThereIsAConnection()
     QVERIFY2(tags.init(otherKey), "the connection is there, though it cannot be opened");
     QCOMPARE(m_messages->take(), QStringList{notOpened});
     QCOMPARE(tags.getCustomTagTableAddressColumn(), 5);
-    QCOMPARE(ownLines(log), QStringList());
+    QCOMPARE(log.ownLines(), QStringList());
     QSqlDatabase::removeDatabase(otherKey);
 
     makeProject(path("project.db"), key);
