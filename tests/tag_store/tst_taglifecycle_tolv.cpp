@@ -3,6 +3,7 @@
 
 #include "support/logrecorder.h"
 #include "support/projectfixtures.h"
+#include "support/threads.h"
 
 #include "zelmar_label/tag_store/tagsystem.h"
 
@@ -12,7 +13,6 @@
 #include <QTemporaryDir>
 #include <QtTest>
 
-#include <functional>
 #include <memory>
 #include <thread>
 #include <vector>
@@ -20,11 +20,6 @@
 namespace {
 
 const QString noConnection = QStringLiteral("warning: Database Error: TagSystem::init() tag database not exist ");
-
-void inAnotherThread(const std::function<void()> &work)
-{
-    std::thread(work).join();
-}
 
 void setTolvEnvironment(const QVariant &value)
 {

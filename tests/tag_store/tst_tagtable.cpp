@@ -3,6 +3,7 @@
 
 #include "support/logrecorder.h"
 #include "support/projectfixtures.h"
+#include "support/threads.h"
 
 #include "zelmar_label/tag_store/tagsystem.h"
 
@@ -13,10 +14,8 @@
 #include <QTemporaryDir>
 #include <QtTest>
 
-#include <functional>
 #include <limits>
 #include <memory>
-#include <thread>
 
 namespace {
 
@@ -51,11 +50,6 @@ const QStringList columnClauses = {" INTEGER PRIMARY KEY,",
                                    " NUMBER,",
                                    " NUMBER, ",
                                    " STRING"};
-
-void inAnotherThread(const std::function<void()> &work)
-{
-    std::thread(work).join();
-}
 
 } // namespace
 
