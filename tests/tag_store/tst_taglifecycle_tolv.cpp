@@ -233,7 +233,6 @@ void TagLifecycleTolvTest::theCompileConnectionIsNotUsed()
 
 void TagLifecycleTolvTest::everyThreadGetsTheDefault()
 {
-    const int threadCount = 8;
     TagSystem *const made = makeObject(QStringLiteral("50"), {pump(3)});
     std::vector<int> rightAnswers(threadCount, 0);
     std::vector<std::thread> threads;

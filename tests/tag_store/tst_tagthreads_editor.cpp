@@ -4,6 +4,7 @@
 #include "support/labelfixtures.h"
 #include "support/logrecorder.h"
 #include "support/projectfixtures.h"
+#include "support/threads.h"
 
 #include "zelmar_label/label_store/labelstore.h"
 #include "zelmar_label/label_table/labelinterface.h"
@@ -20,7 +21,6 @@
 #include <atomic>
 #include <functional>
 #include <memory>
-#include <mutex>
 #include <thread>
 
 namespace {
@@ -34,29 +34,6 @@ const QString key = QStringLiteral("project of an editor");
 const QString compiling = QStringLiteral("TOLV_compileing");
 const QString words = QStringLiteral("Words");
 const QString relays = QStringLiteral("Relays");
-
-/// Texts from the threads.
-class Texts
-{
-public:
-    void check(bool isRight, const QString &text)
-    {
-        if (isRight)
-            return;
-        const std::lock_guard<std::mutex> lock(m_mutex);
-        m_texts.append(text);
-    }
-    bool isEmpty() const
-    {
-        const std::lock_guard<std::mutex> lock(m_mutex);
-        return m_texts.isEmpty();
-    }
-    QStringList texts() const { return m_texts; }
-
-private:
-    mutable std::mutex m_mutex;
-    QStringList m_texts;
-};
 
 QString nameOf(int id)
 {
