@@ -26,11 +26,6 @@ const QString s_functions =
 const QString s_init = QStringLiteral("function init() { bitBase = 8; needOptimize = false; needAligment = true;"
                                       "aligmentSize = 8; addressStartPos = 1; canConvertToRegister = false; }");
 
-QString scriptsFolder()
-{
-    return QCoreApplication::applicationDirPath() + QLatin1String("/scripts");
-}
-
 Row bitRow(const QString &rule = s_rule)
 {
     Row row;

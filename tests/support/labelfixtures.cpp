@@ -79,9 +79,8 @@ void writeDriver(QSqlQuery &query, const Driver &driver)
 
 QString scriptPath(const QString &fileName)
 {
-    QDir folder(QCoreApplication::applicationDirPath());
-    folder.mkpath(QStringLiteral("scripts"));
-    return folder.filePath(QLatin1String("scripts/") + fileName);
+    QDir().mkpath(scriptsFolder());
+    return scriptsFolder() + QLatin1Char('/') + fileName;
 }
 
 } // namespace
@@ -118,6 +117,11 @@ QStringList addresses(const QList<CommunicatorCommand> &commands)
     for (const CommunicatorCommand &one : commands)
         texts.append(one.address);
     return texts;
+}
+
+QString scriptsFolder()
+{
+    return QCoreApplication::applicationDirPath() + QLatin1String("/scripts");
 }
 
 void writeScript(const QString &fileName, const QString &text)

@@ -42,6 +42,8 @@ CommunicatorCommand command(const QString &address, int dataType, quint64 length
 QStringList shortForms(const QList<CommunicatorCommand> &commands);
 QStringList addresses(const QList<CommunicatorCommand> &commands);
 
+QString scriptsFolder();
+
 /// Writes `text` as scripts/`fileName` beside the test program, making the folder.
 void writeScript(const QString &fileName, const QString &text);
 void removeScript(const QString &fileName);
