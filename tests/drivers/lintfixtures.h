@@ -4,11 +4,10 @@
 #ifndef ZELMAR_LABEL_TESTS_LINTFIXTURES_H
 #define ZELMAR_LABEL_TESTS_LINTFIXTURES_H
 
+#include "support/shippedfiles.h"
 #include "tools/driver-files/driverlinter.h"
 
-#include <QCoreApplication>
 #include <QDir>
-#include <QFile>
 
 /// The shipped driver files, by path.
 inline QStringList shippedDriverFiles()
@@ -18,20 +17,6 @@ inline QStringList shippedDriverFiles()
     for (const QString &name : folder.entryList({QStringLiteral("*.tsv")}, QDir::Files, QDir::Name))
         files.append(folder.filePath(name));
     return files;
-}
-
-/// Puts the scripts of the shipped drivers beside the test program.
-inline void bringScriptsHere()
-{
-    const QDir from(QStringLiteral(ZELMAR_LABEL_DRIVERS_RUNTIME) + QLatin1String("/scripts"));
-    const QDir here(QCoreApplication::applicationDirPath());
-    here.mkpath(QStringLiteral("scripts"));
-    for (const QString &name : from.entryList(QDir::Files)) {
-        const QString copy = here.filePath(QLatin1String("scripts/") + name);
-        QFile::remove(copy);
-        if (!QFile::copy(from.filePath(name), copy))
-            qFatal("cannot make %s", qPrintable(copy));
-    }
 }
 
 /// One finding a line, for messages of tests.

@@ -5,6 +5,7 @@
 #include "support/labelfixtures.h"
 #include "support/logrecorder.h"
 
+#include <QFile>
 #include <QSqlDatabase>
 #include <QSqlError>
 #include <QSqlQuery>

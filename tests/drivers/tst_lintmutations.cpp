@@ -7,6 +7,7 @@
 
 #include "zelmar_label/address_grammar/multiplerule.h"
 
+#include <QFile>
 #include <QRegExp>
 #include <QTest>
 

@@ -5,12 +5,10 @@
 
 #include "support/logrecorder.h"
 #include "support/randomcases.h"
+#include "support/shippedfiles.h"
 #include "zelmar_label/label_store/labelreader.h"
 #include "zelmar_label/label_table/labelloader.h"
 
-#include <QCoreApplication>
-#include <QDir>
-#include <QFile>
 #include <QSqlDatabase>
 #include <QSqlQuery>
 #include <QTest>
@@ -30,20 +28,6 @@ int textCount()
     bool isSet = false;
     const int count = qEnvironmentVariableIntValue("ZELMAR_LABEL_DIAGNOSIS_TEXTS", &isSet);
     return isSet ? count : 20000;
-}
-
-void bringScriptsHere()
-{
-    QDir here(QCoreApplication::applicationDirPath());
-    here.mkpath(QStringLiteral("scripts"));
-    const QDir scripts(QStringLiteral(ZELMAR_LABEL_DRIVERS_RUNTIME "/scripts"));
-    const QStringList names = scripts.entryList(QDir::Files);
-    for (const QString &name : names) {
-        const QString copy = here.filePath(QLatin1String("scripts/") + name);
-        QFile::remove(copy);
-        if (!QFile::copy(scripts.filePath(name), copy))
-            qFatal("cannot copy %s", qPrintable(name));
-    }
 }
 
 /// One line a row.
