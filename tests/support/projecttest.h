@@ -15,7 +15,7 @@
 
 class TagSystem;
 
-/// The connection of the project that `ProjectTest` makes, and the name of a second one to the same file.
+/// The connection of the project that a fixture makes, and the name of a second one to the same file.
 extern const QString key;
 extern const QString otherKey;
 

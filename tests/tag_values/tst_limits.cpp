@@ -2,33 +2,20 @@
 // SPDX-License-Identifier: MIT
 
 #include "support/logrecorder.h"
-#include "support/projectfixtures.h"
+#include "support/valuestest.h"
 
 #include "zelmar_label/tag_store/tagsystem.h"
 
-#include <QTemporaryDir>
 #include <QTranslator>
 #include <QtTest>
 
 #include <cfloat>
 #include <climits>
-#include <memory>
 
 namespace {
 
-const QString key = QStringLiteral("project of the limits");
-
 /// Rows stand at 100 plus their type.
 constexpr int first = 100;
-
-TagRow tag(int id, int type)
-{
-    TagRow row;
-    row.id = id;
-    row.name = QStringLiteral("Tag %1").arg(id);
-    row.dataType = type;
-    return row;
-}
 
 /// Puts the text and its context in angle brackets.
 class BracketTranslator : public QTranslator
@@ -45,15 +32,12 @@ public:
 } // namespace
 
 /// The lists of types and access modes, and what values a type takes.
-class LimitsTest : public QObject
+class LimitsTest : public ValuesTest
 {
     Q_OBJECT
 
 private Q_SLOTS:
     void initTestCase();
-    void init();
-    void cleanup();
-    void cleanupTestCase();
 
     void dataTypes();
     void dataTypeText_data();
@@ -71,19 +55,10 @@ private Q_SLOTS:
     void rangeOfRecipeTags_data();
     void rangeOfRecipeTags();
     void rangeFollowsTheType();
-
-private:
-    TagSystem *m_tags = nullptr;
-    std::unique_ptr<QTemporaryDir> m_folder;
-    std::unique_ptr<MessageRecorder> m_messages;
-    std::unique_ptr<LogRecorder> m_log;
 };
 
 void LimitsTest::initTestCase()
 {
-    m_folder = std::make_unique<QTemporaryDir>();
-    QVERIFY(m_folder->isValid());
-    makeProject(m_folder->filePath(QStringLiteral("project")), key);
     QList<TagRow> rows;
     for (int type = 0; type <= 12; ++type)
         rows.append(tag(first + type, type));
@@ -93,9 +68,8 @@ void LimitsTest::initTestCase()
     rows.append(tag(29999, 1));
     rows.append(tag(30000, 1));
     rows.append(tag(60001, 1));
-    writeTags(key, rows);
     const LogRecorder log;
-    m_tags = TagSystem::instance(key);
+    bindTo(rows);
     m_tags->setRecipeTags({{30001, QStringLiteral("R>1_1")}}, {{30001, 103},
                                                                {30002, 106},
                                                                {30003, -1},
@@ -105,27 +79,6 @@ void LimitsTest::initTestCase()
                                                                {30007, 9999},
                                                                {50000, 107}});
     m_tags->setRecipeRowTags({{50001, QStringLiteral("R>1_1I1")}}, {{50001, 102}, {50002, -1}, {60000, 111}});
-}
-
-void LimitsTest::init()
-{
-    m_messages = std::make_unique<MessageRecorder>();
-    m_log = std::make_unique<LogRecorder>();
-}
-
-void LimitsTest::cleanup()
-{
-    const QStringList lines = m_log->lines();
-    m_log.reset();
-    QCOMPARE(lines, QStringList());
-    QCOMPARE(m_messages->take(), QStringList());
-    m_messages.reset();
-}
-
-void LimitsTest::cleanupTestCase()
-{
-    dropProjects();
-    m_folder.reset();
 }
 
 void LimitsTest::dataTypes()

@@ -2,44 +2,28 @@
 // SPDX-License-Identifier: MIT
 
 #include "support/logrecorder.h"
-#include "support/projectfixtures.h"
+#include "support/valuestest.h"
 
 #include "zelmar_label/tag_store/tagsystem.h"
 
-#include <QTemporaryDir>
 #include <QtTest>
 
 #include <climits>
-#include <memory>
 
 namespace {
-
-const QString key = QStringLiteral("project of the text forms");
 
 /// Rows stand at 100 plus their type.
 constexpr int first = 100;
 
-TagRow tag(int id, int type)
-{
-    TagRow row;
-    row.id = id;
-    row.name = QStringLiteral("Tag %1").arg(id);
-    row.dataType = type;
-    return row;
-}
-
 } // namespace
 
 /// Numbers as texts in base 8, 10 and 16 and back, and the shifted decimal point.
-class TextFormsTest : public QObject
+class TextFormsTest : public ValuesTest
 {
     Q_OBJECT
 
 private Q_SLOTS:
     void initTestCase();
-    void init();
-    void cleanup();
-    void cleanupTestCase();
 
     void minusOne_data();
     void minusOne();
@@ -63,49 +47,18 @@ private Q_SLOTS:
 
     void shiftedPoint_data();
     void shiftedPoint();
-
-private:
-    TagSystem *m_tags = nullptr;
-    std::unique_ptr<QTemporaryDir> m_folder;
-    std::unique_ptr<MessageRecorder> m_messages;
-    std::unique_ptr<LogRecorder> m_log;
 };
 
 void TextFormsTest::initTestCase()
 {
-    m_folder = std::make_unique<QTemporaryDir>();
-    QVERIFY(m_folder->isValid());
-    makeProject(m_folder->filePath(QStringLiteral("project")), key);
     QList<TagRow> rows;
     for (int type = 0; type <= 12; ++type)
         rows.append(tag(first + type, type));
-    writeTags(key, rows);
     const LogRecorder log;
-    m_tags = TagSystem::instance(key);
+    bindTo(rows);
     m_tags->setRecipeTags({{30001, QStringLiteral("R>1_1")}},
                           {{30001, 101}, {30002, 104}, {30003, -1}, {30004, 20010}});
     m_tags->setRecipeRowTags({{50001, QStringLiteral("R>1_1I1")}}, {{50001, 103}});
-}
-
-void TextFormsTest::init()
-{
-    m_messages = std::make_unique<MessageRecorder>();
-    m_log = std::make_unique<LogRecorder>();
-}
-
-void TextFormsTest::cleanup()
-{
-    const QStringList lines = m_log->lines();
-    m_log.reset();
-    QCOMPARE(lines, QStringList());
-    QCOMPARE(m_messages->take(), QStringList());
-    m_messages.reset();
-}
-
-void TextFormsTest::cleanupTestCase()
-{
-    dropProjects();
-    m_folder.reset();
 }
 
 /// -1 shows width and sign of each type.
