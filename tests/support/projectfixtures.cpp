@@ -14,6 +14,8 @@
 #include <QSqlQuery>
 #include <QSqlRecord>
 
+#include <algorithm>
+
 namespace {
 
 QMutex s_mutex;
@@ -119,6 +121,12 @@ QStringList rowsOn(const QString &key, const QString &statement)
         rows.append(fields.join(QLatin1Char('|')));
     }
     return rows;
+}
+
+QList<int> sorted(QList<int> ids)
+{
+    std::sort(ids.begin(), ids.end());
+    return ids;
 }
 
 MessageRecorder::MessageRecorder()

@@ -72,6 +72,9 @@ QString errorOn(const QString &key, const QString &statement);
 /// The result of a statement on the connection `key`: each row's fields, joined by "|"; NULL is "(null)".
 QStringList rowsOn(const QString &key, const QString &statement);
 
+/// Ids in order, for lists that come in any.
+QList<int> sorted(QList<int> ids);
+
 /// Collects, while it lives, what the library would show in message boxes. One at a time.
 class MessageRecorder
 {

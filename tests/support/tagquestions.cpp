@@ -21,12 +21,6 @@ bool hasAll(QList<int> ids, const std::function<bool(int)> &belongs)
     return ids == expected;
 }
 
-QList<int> sorted(QList<int> ids)
-{
-    std::sort(ids.begin(), ids.end());
-    return ids;
-}
-
 bool isCommandOf(const CommunicatorCommand &command, const Tag &tag, const QString &address)
 {
     return command.address == address && command.dataType == tag.commandType() && command.scanTime == 1 &&

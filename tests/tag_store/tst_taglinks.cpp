@@ -15,7 +15,6 @@
 #include <QTemporaryDir>
 #include <QtTest>
 
-#include <algorithm>
 #include <climits>
 #include <memory>
 
@@ -26,13 +25,6 @@ namespace {
 const QString key = QStringLiteral("project of links");
 const QString words = QStringLiteral("Words");
 const QString relays = QStringLiteral("Relays and words");
-
-/// Sets that come out in any order.
-QList<int> sorted(QList<int> numbers)
-{
-    std::sort(numbers.begin(), numbers.end());
-    return numbers;
-}
 
 /// What is left when the toolkit's own complaints about missing connections are taken away.
 QStringList ownLines(const LogRecorder &log)

@@ -7,18 +7,7 @@
 
 #include <QtTest>
 
-#include <algorithm>
 #include <limits>
-
-namespace {
-
-QList<int> sorted(QList<int> ids)
-{
-    std::sort(ids.begin(), ids.end());
-    return ids;
-}
-
-} // namespace
 
 class TagNamesTest : public ProjectTest
 {
