@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: the zelmar_label authors
 // SPDX-License-Identifier: MIT
 
-// What the example editor costs with 100,000 tags: opening the project, scrolling through its table, and filtering it
-// anew with each letter of a search. Beside the times stands what a plain loop over the names takes.
+// Times of the example editor with 100,000 tags: opening the project, scrolling through its table, and filtering it
+// with each letter of a search. A plain loop over the names is the reference.
 
 #include "benchmarks/measuring.h"
 
@@ -46,7 +46,7 @@ QList<TagRow> manyTags()
 
 double millisecondsOf(const std::function<void()> &work)
 {
-    // What the thread itself took: other programs on the machine are not measured.
+    // CPU time of the thread: other programs on the machine do not count.
     const auto now = [] {
         timespec time = {};
         clock_gettime(CLOCK_THREAD_CPUTIME_ID, &time);
@@ -57,7 +57,7 @@ double millisecondsOf(const std::function<void()> &work)
     return now() - begin;
 }
 
-/// The names that hold the letters in their order: what a search cannot do without.
+/// The names that contain the letters in order: the least work of a search.
 QStringList plainSearch(const QStringList &names, const QString &letters)
 {
     QStringList found;
@@ -84,7 +84,7 @@ void tell(const char *what, double milliseconds, double allowed, double plain)
     std::printf("\n");
 }
 
-/// Draws what has become visible, as the next frame would.
+/// Draws the newly visible rows, as the next frame would.
 void draw(MainWindow &window)
 {
     QCoreApplication::processEvents();

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: the zelmar_label authors
 // SPDX-License-Identifier: MIT
 
-// What it costs to build the table of a label, and how many script engines that makes.
+// Time to build the table of a label, and the number of script engines for it.
 
 #include "benchmarks/measuring.h"
 

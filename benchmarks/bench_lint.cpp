@@ -58,7 +58,7 @@ void lintShippedDrivers(benchmark::State &state)
         benchmark::DoNotOptimize(linter.findings());
 }
 
-/// What programs do with the drivers at their start, at the most.
+/// The most that programs do with the drivers when they start.
 void loadShippedDrivers(benchmark::State &state)
 {
     const QString path = QStringLiteral(ZELMAR_LABEL_DRIVERS_RUNTIME) + QLatin1String("/database/drivers");

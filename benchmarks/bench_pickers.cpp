@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: the zelmar_label authors
 // SPDX-License-Identifier: MIT
 
-// What a person waits for in the pickers: one key stroke with the list of formats that follows it, and the dialog's
-// first picture. Programs draw sixty pictures a second, so that a key stroke has 16 ms.
+// Waiting times in the pickers: one key stroke with the updated list of formats, and the first picture of the dialog.
+// Programs draw sixty pictures a second, so a key stroke has 16 ms.
 
 #include "benchmarks/measuring.h"
 
@@ -26,8 +26,8 @@ constexpr int bitIndex = 0;
 constexpr int wordIndex = 1;
 const QStringList dataTypes = {QStringLiteral("Bit"), QStringLiteral("Word")};
 
-/// Rows whose symbols and formats all differ: "A0", "B0", ... of five digits. On `areAllAlike`, all of one symbol, so
-/// that each key stroke leaves all of them matching, the worst that can come.
+/// Rows with different symbols and formats: "A0", "B0", ... of five digits. With `areAllAlike`, all have one symbol, so
+/// that all match at each key stroke, which is the worst case.
 void fill(label::LabelLoader &label, int rows, bool areAllAlike)
 {
     label::CommandInformationTalbe table;
@@ -45,7 +45,7 @@ void fill(label::LabelLoader &label, int rows, bool areAllAlike)
     label.setDeviceTypesTable(table);
 }
 
-/// One digit typed and one taken back, each with the picture that follows: two key strokes an iteration.
+/// One digit typed and deleted, each with a redraw: two key strokes per iteration.
 void typeIntoRange(benchmark::State &state, int rows, bool areAllAlike)
 {
     label::LabelLoader label;
@@ -87,7 +87,7 @@ void openDialog(benchmark::State &state, int rows, bool areAllAlike)
     }
 }
 
-/// The unit: a plain list of as many texts, filled and drawn.
+/// The unit: a plain list of the same number of texts, filled and drawn.
 void plainList(benchmark::State &state, int rows)
 {
     QListWidget list;

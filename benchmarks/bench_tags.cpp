@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: the zelmar_label authors
 // SPDX-License-Identifier: MIT
 
-// What tags cost as their number grows: adding, finding names, and reading one property of one tag. With the argument
-// "tolv" the program measures the tag table in memory instead, which needs a process of its own.
+// Times for tags as their number grows: adding, finding names, and reading one property of one tag. With the argument
+// "tolv" the program measures the tag table in memory instead, which needs a separate process.
 
 #include "benchmarks/measuring.h"
 
@@ -27,7 +27,7 @@ extern "C" void *__libc_malloc(size_t size);
 
 static long s_allocations = 0;
 
-/// Counts what is allocated by the whole program, Qt included.
+/// Counts the allocations of the whole program, including Qt.
 extern "C" void *malloc(size_t size)
 {
     ++s_allocations;
@@ -72,7 +72,7 @@ QList<TagRow> tagRows(int count)
     return rows;
 }
 
-/// A project of `count` tags; its key is also its file's name.
+/// A project of `count` tags; its key is also its file name.
 TagSystem *project(const QTemporaryDir &folder, int count)
 {
     const QString key = QString::number(count);
@@ -116,7 +116,7 @@ void measureSimilarNames(TagSystem &tags)
                 reference / library, reference < library * 100 ? "  MISSED" : "", library / 1e6);
 }
 
-/// The cost of one prepared SELECT by primary key, the unit of the look-ups.
+/// The time of one prepared SELECT by primary key, the unit of the look-ups.
 double steppedSelect(TagSystem &tags, const QString &columns, int count)
 {
     QSqlQuery query(tags.database());
@@ -176,7 +176,7 @@ int measureEditor(const QTemporaryDir &folder)
     return 0;
 }
 
-/// A number's bytes are the result's one allocation; a value is none.
+/// The bytes of a number are one allocation, a value is none.
 void countCodecAllocations(TagSystem &tags)
 {
     const QVariant number(1500);

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: the zelmar_label authors
 // SPDX-License-Identifier: MIT
 
-// What it costs to find the row of an address, in units of one hit of an expression measured in the same run.
+// Time to find the row of an address, in units of one match of an expression measured in the same run.
 
 #include "benchmarks/measuring.h"
 
@@ -28,8 +28,7 @@ struct Family
     const char *end;
 };
 
-// As a device table of a mid-size PLC has them: families that share first letters, octal, hexadecimal and two-part
-// ones.
+// Like the device table of a mid-size PLC: families with the same first letters, octal, hexadecimal and two-part ones.
 const Family families[] = {
     {"D", "\\d{1,5}", 2, "", 10, "32767"},
     {"X", "[0-7]{1,4}", 0, "union-oct:rm16_K4X", 8, "1777"},
@@ -93,7 +92,7 @@ const Family families[] = {
     {"TXT", "\\d{1,5}", 5, "", 10, "32767"},
 };
 constexpr int familyCount = sizeof(families) / sizeof(families[0]);
-static_assert(familyCount == 60, "the numbers are told for sixty rows");
+static_assert(familyCount == 60, "the printed numbers are for sixty rows");
 
 Row rowOf(const Family &family, const QString &symbol)
 {
@@ -107,7 +106,7 @@ Row rowOf(const Family &family, const QString &symbol)
     return row;
 }
 
-/// `count` rows: the families, and their like with a number in the symbol once they are used up.
+/// `count` rows: the families, then copies of them with a number in the symbol.
 QList<Row> rows(int count)
 {
     QList<Row> made;

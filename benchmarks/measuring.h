@@ -14,11 +14,11 @@
 #include <string>
 #include <vector>
 
-/// Prints as the console does and keeps the times, so that ratios of one run can be told at its end.
+/// Prints to the console and stores the times, so that ratios of one run can be printed at its end.
 class KeepingReporter : public benchmark::ConsoleReporter
 {
 public:
-    // Without colours: their escapes would end up in front of the ratios.
+    // Without colours: their escape sequences would be printed before the ratios.
     KeepingReporter()
         : benchmark::ConsoleReporter(OO_Tabular)
     {
@@ -41,7 +41,7 @@ public:
         return found == m_nanoseconds.end() ? 0 : found->second;
     }
 
-    /// Tells how many units of `unit` the benchmark `name` took; `allowed` 0 when it is only told.
+    /// Prints how many units of `unit` the benchmark `name` took; `allowed` is 0 if there is no limit.
     void printRatio(const std::string &name, const std::string &unit, double allowed = 0) const
     {
         if (nanoseconds(name) <= 0 || nanoseconds(unit) <= 0)
@@ -58,7 +58,7 @@ private:
     std::map<std::string, double> m_nanoseconds;
 };
 
-/// Ends the program when a result is wrong: a time for a wrong result means nothing.
+/// Ends the program if a result is wrong: the time of a wrong result has no meaning.
 inline void require(bool isRight, const char *what)
 {
     if (isRight)
@@ -67,7 +67,7 @@ inline void require(bool isRight, const char *what)
     std::exit(1);
 }
 
-/// The rows' constructors write to the debug log, which is not what is measured.
+/// The rows' constructors write to the debug log, which must not be measured.
 inline void silenceLog()
 {
     qInstallMessageHandler([](QtMsgType, const QMessageLogContext &, const QString &) {});

@@ -22,17 +22,17 @@ install(FILES
     "${PROJECT_BINARY_DIR}/zelmar_label-config-version.cmake"
     DESTINATION ${package_dir} COMPONENT development)
 
-# Relative to where the file itself lies, so that an installed tree can be moved.
+# Relative to the file itself, so that an installed tree can be moved.
 file(RELATIVE_PATH pkgconfig_to_prefix
     "${CMAKE_INSTALL_FULL_LIBDIR}/pkgconfig" "${CMAKE_INSTALL_PREFIX}")
 configure_file(cmake/zelmar_label.pc.in "${PROJECT_BINARY_DIR}/zelmar_label.pc" @ONLY)
 install(FILES "${PROJECT_BINARY_DIR}/zelmar_label.pc"
     DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig COMPONENT development)
 
-# A program looks for its database and its scripts beside itself. Tool, database and scripts therefore share a folder, and
-# the tool is reached by a link. Programs that use the library copy database and scripts from here.
+# A program reads its database and its scripts from its own folder. Tool, database and scripts therefore share a folder,
+# and bin has a link to the tool. Programs that use the library copy database and scripts from here.
 set(program_dir ${CMAKE_INSTALL_LIBEXECDIR}/zelmar_label)
-# Only what was shipped: whoever tries drivers leaves more beside the built programs.
+# Only the shipped files: tests of other drivers may have added files beside the built programs.
 get_target_property(driver_scripts zelmar_label_drivers ZELMAR_LABEL_SCRIPTS)
 install(FILES "${ZELMAR_LABEL_RUNTIME_DIR}/database/drivers" DESTINATION ${program_dir}/database COMPONENT runtime)
 install(FILES ${driver_scripts} DESTINATION ${program_dir}/scripts COMPONENT runtime)

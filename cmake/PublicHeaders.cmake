@@ -1,4 +1,4 @@
-# The headers that a program can use against the shared library.
+# The headers for programs that use the shared library.
 set(public_headers
     address_grammar/commandformatter.h
     address_grammar/communicatorcommand.h

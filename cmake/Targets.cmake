@@ -1,4 +1,4 @@
-# What every target of the project compiles with; linked privately, so that nothing of it reaches a user's build.
+# Compile options of every target of the project. Linked privately, so that they do not apply to a user's build.
 add_library(zelmar_label_build_options INTERFACE)
 target_compile_features(zelmar_label_build_options INTERFACE cxx_std_17)
 target_compile_definitions(zelmar_label_build_options INTERFACE
@@ -9,7 +9,7 @@ target_compile_definitions(zelmar_label_build_options INTERFACE
     QT_NO_FOREACH)
 target_compile_options(zelmar_label_build_options INTERFACE -Wall -Wextra -Wpedantic -Wshadow -Wundef -Wcast-align)
 if(CMAKE_CXX_COMPILER_ID MATCHES Clang)
-    # QList destroys its commands as exactly what they are; the command's destructor is not virtual by contract.
+    # QList destroys its commands by their exact type; the command's destructor is not virtual by contract.
     target_compile_options(zelmar_label_build_options INTERFACE -Wno-delete-non-abstract-non-virtual-dtor)
 endif()
 if(ZELMAR_LABEL_WARNINGS_AS_ERRORS)

@@ -48,8 +48,8 @@ void makeCommands(const label::CommandInformationTalbe &table, const QString &ad
 
 } // namespace
 
-/// The input is lines: pattern, rule, start, end, numbers (type, group, data size, base, block size, command type,
-/// count), and then addresses.
+/// The input has these lines: pattern, rule, start, end, numbers (type, group, data size, base, block size, command
+/// type, count), and then addresses.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
 {
     application();

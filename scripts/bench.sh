@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Builds and runs the benchmarks; each prints its ratios, measured in this one run.
+# Builds and runs the benchmarks. Each prints the ratios of this run.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 scripts/install-packages.sh

@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Draws docs/pictures/demo.svg, what the demonstration's checks look like in a terminal. Run scripts/demo.sh first.
+# Draws docs/pictures/demo.svg, the terminal output of the demonstration's checks. Run scripts/demo.sh first.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 

@@ -1,8 +1,8 @@
 #!/usr/bin/env bash
-# Builds the project and shows its main job: addresses of four PLCs, judged, stepped, split and cut into blocks, and the tags
+# Builds the project and shows its main functions: checks, runs, splits and blocks of addresses of four PLCs, and the tags
 # of a sample project with their commands and bytes.
 #   scripts/demo.sh                   on the terminal
-#   scripts/demo.sh --gui [PROJECT]   opens the example editor, on the sample project or another
+#   scripts/demo.sh --gui [PROJECT]   opens the example editor, with the sample project or another one
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
@@ -11,7 +11,7 @@ if [ "${1:-}" = --gui ]; then
     gui=yes
     shift
     if [ -z "${DISPLAY:-}" ] && [ -z "${WAYLAND_DISPLAY:-}" ]; then
-        echo "There is no display for the editor here. Either" >&2
+        echo "The editor needs a display. Either" >&2
         echo "  - run this on a desktop, or log in with \"ssh -X\", or" >&2
         echo "  - look at docs/pictures/editor.png; scripts/screenshots.sh draws the pictures without a display." >&2
         exit 1
@@ -34,7 +34,7 @@ tool=build/release/bin/zelmar-label
 
 bold=""; plain=""
 if [ -t 1 ]; then bold=$'\e[1m'; plain=$'\e[0m'; fi
-# A refused address gives exit code 1, which is no failure here.
+# A refused address gives exit code 1, which is not a failure here.
 show() {
     local words="" word
     for word in "$@"; do
@@ -71,4 +71,4 @@ show encode "$project" Mixer_level_7 1500
 show decode "$project" Mixer_level_7 dc05
 show limits "$project" Mixer_level_7 Packer_speed_9
 echo
-echo "The same as data for programs: add --json. All formats of a driver: $tool formats \"ISO on TCP\""
+echo "Add --json for output as data. All formats of a driver: $tool formats \"ISO on TCP\""

@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Draws the pictures of the documentation under Xvfb: into docs/pictures/, and twice as large into build/pictures/, to look at.
+# Draws the pictures of the documentation under Xvfb: into docs/pictures/, and in double size into build/pictures/.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 scripts/install-packages.sh

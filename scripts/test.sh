@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
-# Builds the project and runs every test, headless: first as developers build it, with warnings as errors, then with
+# Builds the project and runs every test, headless: first the developer build with warnings as errors, then with
 # address and undefined-behaviour sanitizers.
-#   scripts/test.sh [PRESET...]     default: dev asan; tsan, release and coverage are there too
+#   scripts/test.sh [PRESET...]     default: dev asan; also possible: tsan, release, coverage
 set -euo pipefail
 cd "$(dirname "$0")/.."
 scripts/install-packages.sh

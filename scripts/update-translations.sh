@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Brings the library's texts into the translation sources: zelmar_label.ts has the English texts, to begin a language with;
-# translations that have lost their text are dropped.
+# Updates the translation sources with the library's texts: zelmar_label.ts has the English texts, to start a language from.
+# Translations without a source text are removed.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 scripts/install-packages.sh

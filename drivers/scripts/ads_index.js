@@ -1,9 +1,9 @@
 // SPDX-FileCopyrightText: the zelmar_label authors
 // SPDX-License-Identifier: MIT
 //
-// Bits by index group and index offset, each hexadecimal behind "0x" or decimal. They are written in two ways: byte and
-// bit in the group of the bytes, as in 0x4020:0x10.3, or the place of the bit in a group of its own, as in 0x4021:0x83.
-// Both are bit 3 of byte 0x10, and that is the number and the bit which the host is told.
+// Bits by index group and index offset, each hexadecimal after "0x" or decimal. There are two forms: byte and bit in
+// the group of the bytes, as in 0x4020:0x10.3, or the index of the bit in its own group, as in 0x4021:0x83. Both are
+// bit 3 of byte 0x10, and the host gets this number and bit.
 
 var bitsPerByte = 8;
 var lastByte = 0xfffffff;
@@ -11,7 +11,7 @@ var lastBit = lastByte * bitsPerByte + bitsPerByte - 1;
 
 // Groups in which the offset counts bytes.
 var byteGroups = [0x4020, 0x4030, 0x4040, 0xf020, 0xf030];
-// Groups in which the offset counts bits; each lies one above that of its bytes.
+// Groups in which the offset counts bits; each is the group of its bytes plus 1.
 var bitGroups = [0x4021, 0xf021, 0xf031];
 
 function init() {
@@ -23,7 +23,7 @@ function init() {
     addressStartPos = 0;
 }
 
-// The number and the radix of "0x10" and "16"; null when the text is no number.
+// The number and the radix of "0x10" and "16"; null if the text is not a number.
 function parseNumber(text) {
     var match = /^(?:(0x)([0-9a-f]+)|(\d+))$/i.exec(text);
     if (!match)
@@ -32,7 +32,7 @@ function parseNumber(text) {
                     : { radix: 10, value: parseInt(match[3], 10), mark: "" };
 }
 
-// Null when the text is no bit. The station goes up to the first "-", the device address to the second.
+// Null if the text is not a bit. The station ends at the first "-", the device address at the second.
 function parse(address) {
     var parts = String(address).split("-");
     var hasStation = parts.length > 1;
@@ -62,7 +62,7 @@ function byteOf(position) {
     return Math.floor(position / bitsPerByte);
 }
 
-// Groups are in upper case, as the manual writes them, and offsets in lower case, as the host writes numbers.
+// Groups are in upper case, as in the manual, and offsets in lower case, like the host's numbers.
 function groupText(group, radix) {
     return radix === 16 ? "0x" + group.toString(16).toUpperCase() : String(group);
 }
@@ -71,7 +71,7 @@ function offsetText(offset, radix) {
     return radix === 16 ? "0x" + offset.toString(16) : String(offset);
 }
 
-// Numbers that the host cannot hold become the largest that it can, so that it finds them out of range.
+// Numbers that are too large become the host's largest number, which is out of range.
 function getAddressRange(address) {
     var parsed = parse(address);
     return parsed ? Math.min(byteOf(parsed.position), 0x7fffffff) : -1;

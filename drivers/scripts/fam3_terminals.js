@@ -2,19 +2,19 @@
 // SPDX-License-Identifier: MIT
 //
 // Inputs and outputs of an FA-M3: X00217 is terminal 17 of the module in slot 2 of unit 0. A slot has terminals 1 to
-// 64, and a run of bits goes on in the next slot, then in the next unit, which no rule can say. Words are the 16
-// terminals from 1, 17, 33 or 49 on. New addresses are as wide as the one that they come from.
+// 64, and a run of bits continues in the next slot, then in the next unit. No rule can describe this. Words are 16
+// terminals from 1, 17, 33 or 49 on. New addresses have as many digits as the given one.
 
 var terminalsPerSlot = 64;
 var terminalsPerWord = 16;
 var slotsPerUnit = 16;
 var unitCount = 8;
-// The processor sits in slot 1 of unit 0.
+// The processor is in slot 1 of unit 0.
 var firstPlace = terminalsPerSlot;
 var lastPlace = unitCount * slotsPerUnit * terminalsPerSlot - 1;
 
-// The number of an address counts terminals, so that the next word is 16 numbers on, and that of the next slot 100. All
-// words therefore begin at a multiple of 4, plus 1; which of those begin words is the pattern's affair.
+// The number of an address counts terminals, so the next word is 16 numbers later, and the next slot 100. All words
+// therefore begin at a multiple of 4, plus 1; the pattern decides which of these begin words.
 function init() {
     bitBase = 10;
     needOptimize = false;
@@ -24,7 +24,7 @@ function init() {
     addressStartPos = 1;
 }
 
-// Null when the text is no address of a terminal. The station goes up to the first "-", the device address to the
+// Null if the text is not the address of a terminal. The station ends at the first "-", the device address at the
 // second. The place counts all terminals from 0.
 function parse(address) {
     var parts = String(address).split("-");

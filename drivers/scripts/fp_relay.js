@@ -1,13 +1,13 @@
 // SPDX-FileCopyrightText: the zelmar_label authors
 // SPDX-License-Identifier: MIT
 //
-// Relays of an FP controller: X1F is bit F of word 1, R901C is bit C of word 901, and X5 is bit 5 of word 0. The word is
-// decimal and the bit one hexadecimal digit, so that X9F is followed by X100. A rule can say that for two digits and
-// more, but word 0 is written as no digit at all.
+// Relays of an FP controller: X1F is bit F of word 1, R901C is bit C of word 901, and X5 is bit 5 of word 0. The word
+// is decimal and the bit one hexadecimal digit, so X9F is followed by X100. A rule can describe this for two digits and
+// more, but word 0 has no digit.
 
 var bitsPerWord = 16;
 
-// First and last word of each kind. The special relays stand apart from the others.
+// First and last word of each kind. The special relays have separate numbers.
 var areas = {
     X: [[0, 127]],
     Y: [[0, 127]],
@@ -24,7 +24,7 @@ function init() {
     addressStartPos = 0;
 }
 
-// Null when the text is no relay. The station goes up to the first "-", the device address to the second.
+// Null if the text is not a relay. The station ends at the first "-", the device address at the second.
 function parse(address) {
     var parts = String(address).split("-");
     var hasStation = parts.length > 1;
@@ -40,7 +40,7 @@ function parse(address) {
     };
 }
 
-// The area that holds the word, null when none does.
+// The area that contains the word, null if there is none.
 function areaOf(kind, word) {
     for (var i = 0; i < areas[kind].length; ++i) {
         var area = areas[kind][i];
@@ -55,7 +55,7 @@ function relay(position) {
     return (word === 0 ? "" : String(word)) + (position % bitsPerWord).toString(16).toUpperCase();
 }
 
-// Numbers that the host cannot hold become the largest that it can, so that it finds them out of range.
+// Numbers that are too large become the host's largest number, which is out of range.
 function getAddressRange(address) {
     var parsed = parse(address);
     return parsed ? Math.min(parsed.word, 0x7fffffff) : -1;

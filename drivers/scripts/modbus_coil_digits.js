@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: the zelmar_label authors
 // SPDX-License-Identifier: MIT
 //
-// Coils in digit notation: 00001 to 09999 and 000001 to 065536. The zeros in front are part of the notation, so that
-// 00009 is followed by 00010; addresses that the host rebuilds by itself would lose them.
+// Coils in digit notation: 00001 to 09999 and 000001 to 065536. The leading zeros are part of the notation, so 00009 is
+// followed by 00010. Addresses that the host builds would lose them.
 
 // The last coil by the number of digits.
 var lastCoil = { 5: 9999, 6: 65536 };
@@ -16,7 +16,7 @@ function init() {
     addressStartPos = 0;
 }
 
-// Null when the text is no coil. The station goes up to the first "-", the device address to the second.
+// Null if the text is not a coil. The station ends at the first "-", the device address at the second.
 function parse(address) {
     var parts = String(address).split("-");
     var hasStation = parts.length > 1;
@@ -42,7 +42,7 @@ function getAddressRange(address) {
     return parsed ? parsed.coil : -1;
 }
 
-// A coil is no part of a word.
+// A coil is not part of a word.
 function bitoffset(address) {
     return parse(address) ? 0 : -1;
 }

@@ -2,8 +2,7 @@
 // SPDX-License-Identifier: MIT
 //
 // Bits of the banks of extended data memory: EA_100.05 is bit 5 of word 100 of bank 10. One row serves all banks, and a
-// rule would name the words of a single one. New addresses keep the bank and are as wide as the one that they come
-// from.
+// rule would use the words of only one. New addresses keep the bank and have as many digits as the given one.
 
 var bitsPerWord = 16;
 var lastWord = 32767;
@@ -18,7 +17,7 @@ function init() {
     addressStartPos = 0;
 }
 
-// Null when the text is no address of such a bit. The station goes up to the first "-", the device address to the
+// Null if the text is not the address of such a bit. The station ends at the first "-", the device address at the
 // second.
 function parse(address) {
     var parts = String(address).split("-");
@@ -42,7 +41,7 @@ function digits(number, width) {
     return text;
 }
 
-// Numbers that the host cannot hold become the largest that it can, so that it finds them out of range.
+// Numbers that are too large become the host's largest number, which is out of range.
 function getAddressRange(address) {
     var parsed = parse(address);
     return parsed ? Math.min(parsed.word, 0x7fffffff) : -1;

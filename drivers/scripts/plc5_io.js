@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: the zelmar_label authors
 // SPDX-License-Identifier: MIT
 //
-// Input and output bits of a PLC-5: I:017/17. Word and bit are octal and a word has 16 bits, so that I:017/17 is
-// followed by I:020/00, which no rule can say. New addresses are as wide as the one that they come from.
+// Input and output bits of a PLC-5: I:017/17. Word and bit are octal and a word has 16 bits, so I:017/17 is followed by
+// I:020/00. No rule can describe this. New addresses have as many digits as the given one.
 
 var bitsPerWord = 16;
 var lastBit = parseInt("277", 8) * bitsPerWord + bitsPerWord - 1;
@@ -16,8 +16,8 @@ function init() {
     addressStartPos = 0;
 }
 
-// Null when the text is no address of an input or output bit. The station goes up to the first "-", the device address
-// to the second.
+// Null if the text is not the address of an input or output bit. The station ends at the first "-", the device address
+// at the second.
 function parse(address) {
     var parts = String(address).split("-");
     var hasStation = parts.length > 1;
@@ -40,7 +40,7 @@ function octal(number, width) {
     return text;
 }
 
-// Numbers that the host cannot hold become the largest that it can, so that it finds them out of range.
+// Numbers that are too large become the host's largest number, which is out of range.
 function getAddressRange(address) {
     var parsed = parse(address);
     return parsed ? Math.min(parsed.word, 0x7fffffff) : -1;

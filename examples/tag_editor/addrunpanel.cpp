@@ -21,7 +21,7 @@
 namespace {
 
 constexpr int mostTags = 65535;
-/// Enough to see where a run goes, and few enough for every key stroke.
+/// Enough to show the run, and few enough for every key stroke.
 constexpr int previewedTags = 100;
 
 } // namespace
@@ -39,9 +39,9 @@ AddRunPanel::AddRunPanel(ProjectSession &session, QWidget *parent)
     form->setFieldGrowthPolicy(QFormLayout::AllNonFixedFieldsGrow);
     body()->addLayout(form);
     m_prefix->setObjectName(QStringLiteral("runPrefix"));
-    m_prefix->setPlaceholderText(tr("In front of the number"));
+    m_prefix->setPlaceholderText(tr("Before the number"));
     m_suffix->setObjectName(QStringLiteral("runSuffix"));
-    m_suffix->setPlaceholderText(tr("Behind the number"));
+    m_suffix->setPlaceholderText(tr("After the number"));
     form->addRow(tr("&Prefix"), m_prefix);
     form->addRow(tr("&Suffix"), m_suffix);
     m_digits = addSpin(form, tr("&Digits"), "runDigits", 1, 9, 2);

@@ -18,7 +18,7 @@ QT_END_NAMESPACE
 class ProjectSession;
 class TargetFields;
 
-/// Describes a run of tags, and shows which tags it would be while the user types.
+/// The form for a run of tags. Shows a preview of the tags while the user types.
 class AddRunPanel : public SidePanel
 {
     Q_OBJECT
@@ -26,7 +26,7 @@ class AddRunPanel : public SidePanel
 public:
     explicit AddRunPanel(ProjectSession &session, QWidget *parent = nullptr);
 
-    /// Begins a run on the link.
+    /// Starts a new run on the link.
     void start(int link);
 
     RunSettings settings() const;
@@ -52,7 +52,7 @@ private:
     QTableWidget *m_preview;
     QLabel *m_verdict;
     QPushButton *m_add;
-    /// Until the user sets one, the increment follows type and address.
+    /// The increment follows type and address until the user sets one.
     bool m_hasOwnIncrement = false;
 };
 

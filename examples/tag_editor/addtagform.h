@@ -14,7 +14,7 @@ QT_END_NAMESPACE
 class ProjectSession;
 class TargetFields;
 
-/// Adds one tag after the other.
+/// The form to add single tags.
 class AddTagForm : public SidePanel
 {
     Q_OBJECT
@@ -22,7 +22,7 @@ class AddTagForm : public SidePanel
 public:
     explicit AddTagForm(ProjectSession &session, QWidget *parent = nullptr);
 
-    /// Begins a new tag on the link.
+    /// Starts a new tag on the link.
     void start(int link);
 
 Q_SIGNALS:

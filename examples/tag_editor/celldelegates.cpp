@@ -34,10 +34,10 @@ QWidget *AddressDelegate::createEditor(QWidget *parent, const QStyleOptionViewIt
     auto *const self = const_cast<AddressDelegate *>(this);
     connect(picker, &SimpleAddressPicker::editFinished, self, [self, picker, table = parent->parentWidget()] {
         self->finish(picker);
-        // The window is not active again yet, so that the view does not take the focus by itself.
+        // The window is not active yet, so the view does not take the focus by itself.
         table->setFocus();
     });
-    // Keys and focus are its line's, which is what a view has to know of.
+    // Its line edit has keys and focus, which the view needs to know.
     picker->findChild<QLineEdit *>()->installEventFilter(self);
     return picker;
 }
@@ -49,7 +49,7 @@ void AddressDelegate::setEditorData(QWidget *editor, const QModelIndex &index) c
         QStyledItemDelegate::setEditorData(editor, index);
         return;
     }
-    // A view hands over the data again whenever the model changes, and must not undo what is being typed.
+    // A view sets the data again after each model change, which must not replace typed text.
     if (picker->property("isFilled").toBool())
         return;
     picker->setProperty("isFilled", true);
@@ -78,7 +78,7 @@ bool AddressDelegate::eventFilter(QObject *object, QEvent *event)
         return QStyledItemDelegate::eventFilter(object, event);
     if (event->type() == QEvent::FocusOut) {
         const Qt::FocusReason reason = static_cast<QFocusEvent *>(event)->reason();
-        // To its own dialog, another window or a menu, from where it comes back.
+        // The focus went to its own dialog, another window or a menu, and will come back.
         if (reason != Qt::ActiveWindowFocusReason && reason != Qt::PopupFocusReason)
             finish(picker);
         return false;

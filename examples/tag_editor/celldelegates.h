@@ -8,7 +8,7 @@
 
 class ProjectSession;
 
-/// Edits an address cell with the library's picker; the cell of an internal tag, which no device knows, as plain text.
+/// Edits an address cell with the library's picker, and the cell of an internal tag as plain text.
 class AddressDelegate : public QStyledItemDelegate
 {
     Q_OBJECT
@@ -27,7 +27,7 @@ private:
     ProjectSession &m_session;
 };
 
-/// Edits a data type cell by choosing from the library's list.
+/// Edits a data type cell with a choice from the library's list.
 class TypeDelegate : public QStyledItemDelegate
 {
     Q_OBJECT

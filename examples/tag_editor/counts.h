@@ -7,8 +7,8 @@
 #include <QLocale>
 #include <QString>
 
-/// `one` for 1, else `many` with the number for its %1. English stays right without a translation file, which the
-/// plural forms of `tr` would need.
+/// `one` for 1, else `many` with the number for its %1. The plural forms of `tr` would need a translation file for
+/// English.
 inline QString counted(int count, const QString &one, const QString &many)
 {
     return count == 1 ? one : many.arg(QLocale().toString(count));

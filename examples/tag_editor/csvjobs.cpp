@@ -161,6 +161,6 @@ QString ExportJob::result() const
     const QString written = tr("%1: %2.").arg(title(), counted(m_ids.size(), tr("1 tag"), tr("%1 tags")));
     return m_doubled == 0 ? written
                           : written + QLatin1Char(' ') +
-                                counted(m_doubled, tr("1 name stands more than once; an import takes only the first."),
-                                        tr("%1 names stand more than once; an import takes only the first."));
+                                counted(m_doubled, tr("1 name is used more than once; an import uses only the first."),
+                                        tr("%1 names are used more than once; an import uses only the first."));
 }

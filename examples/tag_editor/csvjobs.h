@@ -16,7 +16,7 @@
 
 class ProjectSession;
 
-/// Adds the tags of a CSV file to the project and changes those that it has, all of them or none.
+/// Adds the tags of a CSV file to the project and changes existing ones, all or none.
 class ImportJob : public LongJob
 {
     Q_OBJECT
@@ -26,7 +26,7 @@ public:
 
     QString title() const override;
 
-    /// The lines that keep the file from being imported.
+    /// The lines that prevent the import of the file.
     const QList<ImportPlan::Refusal> &refusals() const { return m_refusals; }
 
 protected:
@@ -53,7 +53,7 @@ private:
     bool m_isWriting = false;
 };
 
-/// Writes all tags of the project into a CSV file, which comes to be only when it is complete.
+/// Writes all tags of the project into a CSV file, which is created only when it is complete.
 class ExportJob : public LongJob
 {
     Q_OBJECT

@@ -21,7 +21,7 @@ bool LibraryMessages::eventFilter(QObject *object, QEvent *event)
     auto *const box = qobject_cast<QMessageBox *>(object);
     if (!box || box->parentWidget())
         return false;
-    // Its loop still runs once, unseen, since the library waits for an answer.
+    // Its event loop still runs once, invisibly, since the library waits for an answer.
     box->setAttribute(Qt::WA_DontShowOnScreen);
     QTimer::singleShot(0, box, &QDialog::accept);
     Q_EMIT message(box->text());

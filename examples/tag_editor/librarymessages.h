@@ -7,8 +7,8 @@
 #include <QObject>
 #include <QString>
 
-/// Takes the message boxes that the library would open, which stand alone and block, and hands their texts on instead.
-/// They are known by having no parent; the editor itself opens none.
+/// Suppresses the library's message boxes, which are separate and block, and passes on their texts. They are recognised
+/// by their missing parent; the editor itself opens none.
 class LibraryMessages : public QObject
 {
     Q_OBJECT

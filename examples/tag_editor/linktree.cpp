@@ -74,7 +74,7 @@ void LinkTree::fill()
         item->setToolTip(TitleColumn, tipOf(link));
         for (const int station : link.stations) {
             QTreeWidgetItem *const child = addItem(item, tr("Station %1").arg(station), {id, station});
-            child->setToolTip(TitleColumn, tr("Tags whose address names station %1").arg(station));
+            child->setToolTip(TitleColumn, tr("Tags with station %1 in their address").arg(station));
         }
         item->setExpanded(true);
     }

@@ -10,7 +10,7 @@
 
 class ProjectSession;
 
-/// The project's links with their stations. Choosing one says which tags are wanted.
+/// The project's links with their stations. The selection sets which tags are shown.
 class LinkTree : public QTreeWidget
 {
     Q_OBJECT

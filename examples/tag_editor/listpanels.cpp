@@ -12,7 +12,7 @@
 
 namespace {
 
-/// A report holds no more than somebody would read.
+/// A longer report would not be read.
 constexpr int mostLines = 1000;
 
 QTableWidget *textTable(const QStringList &titles, const char *name, QWidget *parent)
@@ -77,8 +77,8 @@ void ShortcutsPanel::show(const QList<QAction *> &actions)
     m_table->setRowCount(0);
     for (const QAction *action : actions)
         addRow(m_table, {action->shortcut().toString(QKeySequence::NativeText), action->toolTip()});
-    addRow(m_table, {tr("Enter"), tr("In the table: edit the cell. In a form: do what it is for")});
-    addRow(m_table, {tr("Escape"), tr("Leave the cell, stop what is running, close the panel, clear the search")});
+    addRow(m_table, {tr("Enter"), tr("In the table: edit the cell. In a form: confirm")});
+    addRow(m_table, {tr("Escape"), tr("Leave the cell, cancel the running job, close the panel, clear the search")});
     addRow(m_table, {tr("Tab"), tr("Next field")});
-    addRow(m_table, {tr("Down"), tr("In the search: to the table")});
+    addRow(m_table, {tr("Down"), tr("In the search: go to the table")});
 }

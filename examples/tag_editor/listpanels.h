@@ -14,7 +14,7 @@ class QAction;
 class QTableWidget;
 QT_END_NAMESPACE
 
-/// The lines of a CSV file that were refused, and why.
+/// The refused lines of a CSV file, with the reasons.
 class ImportReport : public SidePanel
 {
     Q_OBJECT
@@ -28,7 +28,7 @@ private:
     QTableWidget *m_table;
 };
 
-/// Every action with its keys, and the keys that need no action.
+/// Every action with its keys, and the keys without an action.
 class ShortcutsPanel : public SidePanel
 {
     Q_OBJECT

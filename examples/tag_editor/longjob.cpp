@@ -8,7 +8,7 @@
 
 namespace {
 
-/// Leaves time to draw within a frame.
+/// Leaves time to draw in each frame.
 constexpr qint64 sliceInMilliseconds = 10;
 
 } // namespace

@@ -7,8 +7,7 @@
 #include <QObject>
 #include <QString>
 
-/// Work in small steps on the main thread, where the library wants its tags written, with a window that stays alive
-/// between them.
+/// Work in small steps on the main thread, where tags must be written. The window stays responsive between the steps.
 class LongJob : public QObject
 {
     Q_OBJECT
@@ -16,31 +15,31 @@ class LongJob : public QObject
 public:
     explicit LongJob(QObject *parent = nullptr);
 
-    /// Begins; `finished` comes later.
+    /// Starts the job; `finished` is emitted later.
     void start();
 
-    /// Stops before the next step and takes back what was done.
+    /// Cancels before the next step and undoes the job.
     void cancel();
 
-    /// What is being done, for a progress bar.
+    /// The current work, for a progress bar.
     virtual QString title() const = 0;
 
 Q_SIGNALS:
     void progress(int done, int all);
-    /// `problem` is empty when all went well, and after a cancel.
+    /// `problem` is empty on success, and after a cancel.
     void finished(const QString &problem, const QString &result);
 
 protected:
     enum class Step {
         More,
         Done,
-        Failed, ///< `m_problem` says why
+        Failed, ///< `m_problem` has the reason
     };
 
-    /// The first step. False, with `m_problem` set, when there is nothing to do.
+    /// The first step. False, with `m_problem` set, if there is nothing to do.
     virtual bool begin() = 0;
     virtual Step step() = 0;
-    /// Makes what was done last. False, with `m_problem` set, when that fails.
+    /// Commits the work. False, with `m_problem` set, if that fails.
     virtual bool commit() = 0;
     virtual void rollBack() = 0;
     virtual int done() const = 0;

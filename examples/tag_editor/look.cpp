@@ -27,7 +27,7 @@ QColor mixed(const QColor &first, const QColor &second, qreal share)
 
 constexpr const char *toneProperty = "tone";
 
-/// The colour is made from the parent's palette, since the label's own has the colour of before.
+/// The colour comes from the parent's palette, since the label's own palette has the old colour.
 void paintTone(QLabel *label)
 {
     const QPalette around = label->parentWidget() ? label->parentWidget()->palette() : QApplication::palette(label);
@@ -108,7 +108,7 @@ QColor tinted(const QPalette &palette, const QColor &color)
 QFont monospace(const QFont &font)
 {
     QFont fixed = QFontDatabase::systemFont(QFontDatabase::FixedFont);
-    // Without a desktop that names one, the system's answer need not be of one width.
+    // Without a desktop setting, the system's font may be proportional.
     fixed.setStyleHint(QFont::Monospace);
     if (!QFontInfo(fixed).fixedPitch())
         fixed.setFamily(QStringLiteral("monospace"));

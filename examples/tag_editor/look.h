@@ -16,8 +16,8 @@ class QPalette;
 class QWidget;
 QT_END_NAMESPACE
 
-/// What a style does not tell: colours with a meaning, readable on light and on dark palettes, and sizes that follow
-/// the font.
+/// What a style does not define: colours with a meaning, readable on light and dark palettes, and sizes that follow the
+/// font.
 namespace look {
 
 bool isDark(const QPalette &palette);
@@ -26,12 +26,12 @@ QColor wrong(const QPalette &palette);
 QColor good(const QPalette &palette);
 /// Between the palette's text and its background.
 QColor faded(const QPalette &palette);
-/// The palette's own colour of links, unless it is that of light palettes on a dark one.
+/// The palette's link colour, but not the one of light palettes on a dark palette.
 QColor link(const QPalette &palette);
-/// The palette's background with a touch of `color`.
+/// The palette's background with some `color`.
 QColor tinted(const QPalette &palette, const QColor &color);
 
-/// Letters of one width, in the size of `font`.
+/// A fixed-width font, in the size of `font`.
 QFont monospace(const QFont &font);
 
 /// About half a line, for margins and gaps.
@@ -43,26 +43,26 @@ int letters(const QWidget *widget, int count);
 /// A warning triangle.
 QIcon wrongIcon(const QPalette &palette, int size);
 
-/// Lets a list take the height that is left, down to `lines`, rather than ask for its own.
+/// Lets a list use the remaining height, at least `lines`, instead of its own size hint.
 void setLeftOverHeight(QWidget *list, int lines);
 
-/// Puts the title of a row of several lines beside the first of them.
+/// Aligns the title of a row of several lines with the first line.
 void alignToFirstLine(QFormLayout *form, QWidget *field);
 
-/// The text, without its middle where it is too long to be read: a label would ask for a window as high as the text.
+/// The text without its middle if it is too long: a label would make the window as high as the text.
 QString brief(const QString &text);
 
-/// The same for a narrow label, with places to break a line within long words, such as names and addresses.
+/// The same for a narrow label, with line break positions in long words, such as names and addresses.
 QString narrow(const QString &text);
 
-/// What a label's text is about.
+/// The meaning of a label's text.
 enum class Tone {
     Faded,
     Wrong,
     Good,
 };
 
-/// Gives the text the colour of its tone, on this palette and on those that come later.
+/// Gives the text the colour of its tone, for this palette and later ones.
 void setTone(QLabel *label, Tone tone);
 
 } // namespace look

@@ -11,7 +11,7 @@
 
 namespace {
 
-/// Every row of a driver that is read writes a line.
+/// Every row that is read from a driver writes a line.
 void quietDebugLog(QtMsgType type, const QMessageLogContext &, const QString &text)
 {
     if (type != QtDebugMsg)
@@ -33,7 +33,7 @@ int run(QApplication &application)
         parser.showHelp(2);
 
     MainWindow window;
-    // A failure stands in the window.
+    // The window shows a failure.
     if (arguments.isEmpty())
         window.openSample();
     else

@@ -38,7 +38,7 @@ QScrollArea *scrolled(QWidget *content)
     area->setWidgetResizable(true);
     area->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     area->setFocusPolicy(Qt::NoFocus);
-    // The margin keeps focus frames and a scroll bar off each other.
+    // The margin separates focus frames from a scroll bar.
     auto *const inner = new QWidget;
     auto *const layout = new QVBoxLayout(inner);
     const int gap = look::gap(content);
@@ -67,7 +67,7 @@ MainWindow::MainWindow(QWidget *parent)
 
 MainWindow::~MainWindow()
 {
-    // While those who listen to the session are still there.
+    // While the receivers of the session's signals still exist.
     delete m_job;
     m_session.rollBack();
     delete takeCentralWidget();
@@ -104,13 +104,13 @@ QWidget *MainWindow::searchPane()
     auto *const pane = new QWidget(this);
     m_search = new QLineEdit(pane);
     m_search->setObjectName(QStringLiteral("search"));
-    m_search->setPlaceholderText(tr("Search: some letters of the name, in their order"));
+    m_search->setPlaceholderText(tr("Search names (letters in order)"));
     m_search->setClearButtonEnabled(true);
     m_search->setAccessibleName(tr("Search tags"));
     m_search->installEventFilter(this);
     m_searchCount = new QLabel(pane);
     m_searchCount->setObjectName(QStringLiteral("searchCount"));
-    // Wide enough from the start: laying out the window anew costs more than the search.
+    // Wide enough from the start: a new window layout takes longer than the search.
     m_searchCount->setMinimumWidth(look::letters(this, 14));
     m_searchCount->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
     m_table = new TagTable(m_session, *m_model, pane);
@@ -159,7 +159,7 @@ void MainWindow::buildStatusBar()
     m_cancel = new QToolButton(this);
     m_cancel->setObjectName(QStringLiteral("cancelJob"));
     m_cancel->setText(tr("Cancel"));
-    m_cancel->setToolTip(tr("Stop and take back what was done (Escape)"));
+    m_cancel->setToolTip(tr("Cancel and undo (Escape)"));
     m_status->setContentsMargins(look::gap(this), 0, 0, 0);
     statusBar()->addWidget(m_status, 1);
     for (QWidget *const widget :

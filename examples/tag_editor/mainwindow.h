@@ -28,7 +28,7 @@ class TagDetails;
 class TagModel;
 class TagTable;
 
-/// The editor: links on the left, their tags in the middle, what the selected tag means on the right.
+/// The editor: links on the left, their tags in the middle, details of the selected tag on the right.
 class MainWindow : public QMainWindow
 {
     Q_OBJECT
@@ -37,9 +37,9 @@ public:
     explicit MainWindow(QWidget *parent = nullptr);
     ~MainWindow() override;
 
-    /// False, with the reason in the message bar, when the project cannot be opened; the one before it stays open.
+    /// False, with the reason in the message bar, if the project cannot be opened; the previous one stays open.
     bool openProject(const QString &path);
-    /// Opens the sample project, made first where no file is.
+    /// Opens the sample project, and makes it first if the file does not exist.
     bool openSample(const QString &path = ProjectSession::samplePath());
 
     void importFrom(const QString &path);

@@ -133,7 +133,7 @@ bool MainWindow::eventFilter(QObject *object, QEvent *event)
     return false;
 }
 
-/// The nearest thing to leave.
+/// Escape leaves the innermost one.
 void MainWindow::escape()
 {
     if (m_job)
@@ -161,7 +161,7 @@ void MainWindow::closePanel()
     m_table->setFocus();
 }
 
-/// The one that is shown, or that of the selected tag among all.
+/// The shown link, or the link of the selected tag if all are shown.
 int MainWindow::linkForNewTags() const
 {
     const int shown = m_links->scope().link;

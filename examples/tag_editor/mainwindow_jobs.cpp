@@ -19,7 +19,7 @@ namespace {
 
 constexpr int shortWorkInMilliseconds = 100;
 
-/// A dialog that waits beside the program, not in front of it.
+/// A dialog that does not block the program.
 QFileDialog *fileDialog(QWidget *parent, const QString &title, const QString &filter, QFileDialog::AcceptMode mode)
 {
     auto *const dialog = new QFileDialog(parent, title);
@@ -99,7 +99,7 @@ bool MainWindow::isReady()
     return report(m_job ? tr("%1 is still running; Escape stops it.").arg(m_job->title()) : QString());
 }
 
-/// True without a project, too: there is nothing to edit then.
+/// Also true without a project: there is nothing to edit then.
 bool MainWindow::mayEdit()
 {
     return isReady() && report(m_session.isOpen() ? m_session.refusalToWrite() : QString());
@@ -115,7 +115,7 @@ void MainWindow::start(LongJob *job)
         m_progress->setValue(done);
     });
     connect(job, &LongJob::finished, this, &MainWindow::finish);
-    // What is over at once would only flicker.
+    // A very short job would only flicker.
     QTimer::singleShot(shortWorkInMilliseconds, job, [this, job] { setProgressVisible(job == m_job); });
     job->start();
 }

@@ -12,7 +12,7 @@ class QTimer;
 class QToolButton;
 QT_END_NAMESPACE
 
-/// Tells of failures and results above the work instead of in front of it. Hidden while there is nothing to tell.
+/// Shows failures and results above the table instead of in a dialog. Hidden while there is no message.
 class MessageBar : public QFrame
 {
     Q_OBJECT
@@ -25,7 +25,7 @@ public:
 
     explicit MessageBar(QWidget *parent = nullptr);
 
-    /// Replaces what is shown; an empty text hides the bar. What is done needs no answer and goes by itself.
+    /// Replaces the message; an empty text hides the bar. A success message needs no answer and disappears by itself.
     void show(Kind kind, const QString &text);
     void clear();
 

@@ -10,19 +10,19 @@
 
 class ProjectSession;
 
-/// Looks for the next tag whose address is not valid. The device has to be asked about each tag, which takes longer
-/// than a window may stand still where there are very many.
+/// Finds the next tag with an invalid address. Each tag needs a check by its device. With very many tags this takes
+/// longer than a window may be unresponsive.
 class NextWrongJob : public LongJob
 {
     Q_OBJECT
 
 public:
-    /// Begins behind `row` of `ids`, and goes on at the top after the last.
+    /// Starts after `row` of `ids`, and continues at the top after the last.
     NextWrongJob(const ProjectSession &session, const QVector<int> &ids, int row, QObject *parent = nullptr);
 
     QString title() const override;
 
-    /// -1 when there is none, or none was found yet.
+    /// -1 if there is none, or none was found yet.
     int found() const { return m_found; }
 
 protected:

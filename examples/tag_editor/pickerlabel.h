@@ -8,8 +8,8 @@
 
 #include <QStringList>
 
-/// A device as `SimpleAddressPicker` needs to see it. The dialog behind it sorts the symbols, but finds the one of an
-/// address by its place in the label's list: it opens on the right one only for a label that gives them sorted.
+/// A device for `SimpleAddressPicker`. Its dialog sorts the symbols, but finds the symbol of an address by its index in
+/// the label's list. It opens on the right symbol only if the label returns them sorted.
 class PickerLabel final : public LabelForwarder
 {
 public:

@@ -21,7 +21,7 @@
 
 namespace {
 
-/// The library finds a project's connection by the digits of the application's property.
+/// The library finds a project's connection by the number in the application's property.
 QString freeKey()
 {
     static int last = 0;
@@ -82,7 +82,7 @@ QSqlDatabase ProjectSession::database() const
     return m_tags->database();
 }
 
-/// Registers and opens the file as connection `key`, and looks whether it is a project.
+/// Registers and opens the file as connection `key`, and checks that it is a project.
 QString ProjectSession::connect(const QString &path, const QString &key) const
 {
     const bool isWritable = mayWrite(path);
@@ -98,10 +98,10 @@ QString ProjectSession::connect(const QString &path, const QString &key) const
     QSqlQuery query(db);
     if (!query.exec(QStringLiteral("SELECT LINKID, PLC_MODEL, ENABLED FROM LINK LIMIT 1")) ||
         !query.exec(QStringLiteral("SELECT NODEID, STATIONID, LINKID FROM NODE LIMIT 1")))
-        return tr("%1 is no project: it has no tables of links and stations (%2).")
+        return tr("%1 is not a project: it has no tables of links and stations (%2).")
             .arg(path, query.lastError().databaseText());
     if (!check.hasTagTable && !isWritable)
-        return tr("%1 has no tag table, and may not be written.").arg(path);
+        return tr("%1 has no tag table and is read-only.").arg(path);
     return QString();
 }
 
@@ -141,7 +141,7 @@ void ProjectSession::close()
     m_stored.reset();
     m_tags->closeDatabase();
     m_tags = nullptr;
-    // The library keeps what it made for a project, with the names of all tags, even when that is closed.
+    // The library keeps its data of a project, with the names of all tags, even after the project is closed.
     TagSystem::drop();
 }
 
@@ -164,7 +164,7 @@ QString ProjectSession::openSample(const QString &path)
     }
     take(path, key, true);
     QString reason = begin();
-    // One of its own: the first question comes when the links are written.
+    // A judge of its own: its first call stores the links, which must be written by then.
     AddressJudge judge(*m_tags);
     const auto refusal = [&judge](int linkId, int dataType, const QString &address, int scale) {
         return judge.judge(linkId, dataType, address, scale).reason;
@@ -188,7 +188,7 @@ PlainTag ProjectSession::tag(int id) const
 AddressVerdict ProjectSession::verdict(int id, const PlainTag &tag) const
 {
     if (m_tags->isNotNormalTag(id))
-        return {tr("the tag's number, %1, is one of those of system and recipe tags").arg(id), {}};
+        return {tr("the tag's number, %1, belongs to system or recipe tags").arg(id), {}};
     return m_judge->judge(tag.link, tag.dataType, tag.address, tag.scale);
 }
 
@@ -197,15 +197,15 @@ QString ProjectSession::nameProblem(const QString &name) const
     const QString reason = ImportPlan::nameRefusal(*m_tags, *m_stored, name);
     if (!reason.isEmpty())
         return sentence(reason);
-    return m_tags->isNewTag(name) ? QString() : tr("There is a tag \"%1\" already.").arg(name);
+    return m_tags->isNewTag(name) ? QString() : tr("There is already a tag \"%1\".").arg(name);
 }
 
 QString ProjectSession::refusalToWrite() const
 {
     if (!m_isWritable)
-        return tr("The project may not be written.");
-    // It would become part of what is written meanwhile, and be taken back with it.
-    return m_isInTransaction ? tr("Tags are being written; try again when that has ended.") : QString();
+        return tr("The project is read-only.");
+    // It would become part of the running transaction, and be rolled back with it.
+    return m_isInTransaction ? tr("Tags are being written; try again later.") : QString();
 }
 
 /// Tags are changed by their names.
@@ -231,7 +231,7 @@ QString ProjectSession::rename(int id, const QString &name)
         return problem;
     m_tags->setTagNameById(name, id);
     if (tag(id).name != name)
-        return tr("The name \"%1\" was not taken: it holds a quote, or a tag of this name with a number exists.")
+        return tr("The name \"%1\" was refused: it contains a quote, or a tag of this name with a number exists.")
             .arg(name);
     Q_EMIT tagChanged(id);
     return QString();
@@ -244,7 +244,7 @@ QString ProjectSession::change(int id, const QString &address, int dataType, int
         return problem;
     const QString kept = m_stored->address(address);
     if (kept != address)
-        return tr("The project would keep the address %1 as \"%2\".").arg(address, kept);
+        return tr("The project would store the address %1 as \"%2\".").arg(address, kept);
     const PlainTag before = tag(id);
     if (!m_tags->modifyTag(before.name, address, before.link, dataType, scale))
         return tr("The tag could not be changed.");
@@ -263,7 +263,7 @@ QString ProjectSession::add(const QString &name, int linkId, int dataType, const
     const QString reason = m_judge->judge(linkId, dataType, address, scale).reason;
     if (!reason.isEmpty())
         return sentence(reason);
-    // A null text would be stored as none, where the library itself stores an empty one.
+    // A null text would be stored as NULL, where the library stores an empty text.
     const QString stored = address.isNull() ? QStringLiteral("") : address;
     if (!m_tags->addTag(name, stored, linkId, dataType, scale))
         return tr("The tag could not be added.");

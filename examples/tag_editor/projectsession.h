@@ -18,11 +18,10 @@ class PickerLabel;
 class StoredText;
 class TagSystem;
 
-/// The project that is being edited. One at a time in a program, since the library's widgets ask for the stations of
-/// the application's current project, and since closing it drops all that the library knows of projects. Everything
-/// that is written to the project's tags goes through here.
+/// The open project. Only one in a program, since the library's widgets read the stations of the application's current
+/// project, and closing it drops all the library's data of projects. All writes to the project's tags use this class.
 ///
-/// Operations that can fail give the reason, for a person; an empty text means that all went well.
+/// Operations that can fail return the reason, for a person; an empty text means success.
 class ProjectSession : public QObject
 {
     Q_OBJECT
@@ -31,13 +30,13 @@ public:
     explicit ProjectSession(QObject *parent = nullptr);
     ~ProjectSession() override;
 
-    /// Opens the project and, once that has worked, closes the one before it.
+    /// Opens the project and, on success, closes the previous one.
     QString open(const QString &path);
 
-    /// Makes the sample project, where no file is, and opens it.
+    /// Makes the sample project if the file does not exist, and opens it.
     QString openSample(const QString &path);
 
-    /// Where the sample project of this user is kept.
+    /// The path of this user's sample project.
     static QString samplePath();
 
     bool isOpen() const { return m_tags != nullptr; }
@@ -47,31 +46,31 @@ public:
     /// Only while a project is open.
     TagSystem &tags() const { return *m_tags; }
     AddressJudge &judge() const { return *m_judge; }
-    /// The label of a link, for the address pickers. It lives as long as the session.
+    /// The label of a link, for the address pickers. It is valid during the lifetime of the session.
     label::LabelInterface *pickerLabel(label::LabelInterface *label);
     QSqlDatabase database() const;
     PlainTag tag(int id) const;
-    /// `tag` is the one of the id.
+    /// `tag` is the tag with the id.
     AddressVerdict verdict(int id, const PlainTag &tag) const;
 
     QString rename(int id, const QString &name);
     QString change(int id, const QString &address, int dataType, int scale);
     QString add(const QString &name, int linkId, int dataType, const QString &address, int scale);
 
-    /// Why no tag can be written; empty when tags can.
+    /// Why no tag can be written; empty if tags can.
     QString refusalToWrite() const;
-    /// Why a tag cannot be called so; empty when it can.
+    /// Why a tag cannot have this name; empty if it can.
     QString nameProblem(const QString &name) const;
 
-    /// For many writes in a row; other writes have to wait meanwhile. A roll-back takes them back.
+    /// For many writes in a row; other writes must wait. A roll-back undoes them.
     QString begin();
     QString commit();
     void rollBack();
 
 Q_SIGNALS:
-    /// Another project is open.
+    /// Another project was opened.
     void opened();
-    /// Tags were added, or taken back.
+    /// Tags were added, or rolled back.
     void tagsAdded();
     void tagChanged(int id);
 

@@ -9,7 +9,7 @@
 
 class ProjectSession;
 
-/// Adds a run of tags, all of them or none.
+/// Adds a run of tags, all or none.
 class RunJob : public LongJob
 {
     Q_OBJECT

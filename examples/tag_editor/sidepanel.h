@@ -12,8 +12,8 @@ class QPushButton;
 class QVBoxLayout;
 QT_END_NAMESPACE
 
-/// A form beside the table: a title, what a derived class puts in, and buttons. Enter does what it is for.
-/// Escape is left to the window, where something nearer may be to leave.
+/// A form beside the table: a title, the content of a derived class, and buttons. Enter confirms. Escape is left to the
+/// window, which may have something to close first.
 class SidePanel : public QWidget
 {
     Q_OBJECT
@@ -29,10 +29,10 @@ protected:
     void keyPressEvent(QKeyEvent *event) override;
 
     QVBoxLayout *body() const { return m_body; }
-    /// The button that does what the panel is for.
+    /// The button that confirms.
     QPushButton *addAcceptButton(const QString &text, const char *name);
 
-    /// The order in which Tab visits the fields, and behind them the buttons.
+    /// The tab order of the fields, followed by the buttons.
     void setTabStops(const QList<QWidget *> &fields);
 
 private:

@@ -23,7 +23,7 @@
 namespace {
 
 constexpr int mostItems = 65535;
-/// A run of single bits has a block for each of them on some devices.
+/// On some devices a run of single bits has one block for each bit.
 constexpr int mostShownBlocks = 500;
 
 QLabel *textLabel(const char *name, QWidget *parent)
@@ -150,7 +150,7 @@ void TagDetails::showTag(int id)
 void TagDetails::changeEvent(QEvent *event)
 {
     QWidget::changeEvent(event);
-    // The colour of the links stands in their text.
+    // The text contains the colour of the links.
     if (event->type() == QEvent::PaletteChange && m_session.isOpen() && m_id >= 0)
         showVerdict(m_session.verdict(m_id, m_session.tag(m_id)));
 }
@@ -174,7 +174,7 @@ void TagDetails::refresh()
                         (link.driver.isEmpty() ? QString() : tr(" · %1").arg(link.driver)));
     const AddressVerdict verdict = m_session.verdict(m_id, tag);
     showVerdict(verdict);
-    // By such a number the library gives another tag's command.
+    // For such a number the library returns another tag's command.
     m_body->setVisible(!m_session.tags().isNotNormalTag(m_id));
     showCommand(link, verdict.isAccepted());
     showBlocks();
@@ -202,7 +202,7 @@ void TagDetails::showCommand(const LinkInfo &link, bool isAccepted)
                          ? counted(command.length, tr("1 byte of text"), tr("%1 bytes of text"))
                          : widthText(command.dataType));
     m_scanTime->setText(QString::number(command.scanTime));
-    QString format = link.id == 0 ? tr("internal, on no device") : tr("none");
+    QString format = link.id == 0 ? tr("internal, no device") : tr("none");
     if (isAccepted && link.label) {
         const int row = link.label->addressValidation(StationAddress(command.address).device, command.dataType);
         format = link.label->getFormatString(row);
@@ -215,14 +215,14 @@ QString TagDetails::blockProblem(int count) const
 {
     const int made = m_session.tags().getContinuousCommand(m_id, count).size();
     if (made < count)
-        return tr("Only %1 of %2 items lie within the device's limits.").arg(made).arg(count);
-    return tr("The driver allows no block that holds an item of this type.");
+        return tr("Only %1 of %2 items are within the device's limits.").arg(made).arg(count);
+    return tr("The driver allows no block with an item of this type.");
 }
 
 void TagDetails::showBlocks()
 {
     m_blocks->clear();
-    // Hidden, too, where the device knows no such address, of which the library would complain in the log.
+    // Also hidden if the device has no such address, which would make the library write to the log.
     if (m_id < 0 || m_blockGroup->isHidden())
         return;
     QList<CommunicatorCommand> blocks;

@@ -18,7 +18,7 @@ struct AddressVerdict;
 struct LinkInfo;
 class ValuePanel;
 
-/// What a tag means to its device: the command that reads it, the blocks that a run from it takes, and its value.
+/// Details of a tag on its device: the command that reads it, the blocks of a run from it, and its value.
 class TagDetails : public QWidget
 {
     Q_OBJECT
@@ -31,7 +31,7 @@ public:
     int tag() const { return m_id; }
 
 Q_SIGNALS:
-    /// The user wants the tag to have a suggested address.
+    /// The user chose a suggested address for the tag.
     void addressWanted(int id, const QString &address);
 
 protected:

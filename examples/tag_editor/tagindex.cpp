@@ -48,7 +48,7 @@ void TagIndex::load(TagSystem &tags)
     shareNames(tags);
 }
 
-/// Takes the library's own texts for the names, as far as they are the same.
+/// Shares the library's own texts for equal names.
 void TagIndex::shareNames(TagSystem &tags)
 {
     const QStringList names = tags.getTagNames();
@@ -70,8 +70,8 @@ int TagIndex::count(int link) const
     return static_cast<int>(std::count(m_links.begin(), m_links.end(), link));
 }
 
-/// The library gives the matching names in table order, which is the order here too, and as the same texts in memory:
-/// one walk along both lists says which rows they are, without a look-up, or even a look at the text, for each.
+/// The library returns the matching names in table order, as here, and as the same texts in memory: one pass over both
+/// lists finds their rows without a look-up or a text comparison.
 QVector<int> TagIndex::rowsNamed(const QStringList &found) const
 {
     QVector<int> rows;
@@ -82,7 +82,7 @@ QVector<int> TagIndex::rowsNamed(const QStringList &found) const
     }
     if (rows.size() == found.size())
         return rows;
-    // The table was read anew, by the library or from another program.
+    // The table was read again, by the library or after a write by another program.
     rows.clear();
     const QSet<QString> names(found.begin(), found.end());
     for (int at = 0; at < m_names.size(); ++at) {

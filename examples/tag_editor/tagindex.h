@@ -10,7 +10,7 @@
 
 class TagSystem;
 
-/// Which tags are shown.
+/// The tags to show.
 struct TagScope
 {
     enum : int {
@@ -18,26 +18,26 @@ struct TagScope
     };
 
     int link = All;
-    /// Of a link; only tags whose address names the station.
+    /// Within a link; only tags whose address has this station.
     int station = All;
 };
 
-/// Ids, links and names of all tags, without what else there is about them: what filtering 100,000 of them takes.
+/// Ids, links and names of all tags, without other properties: enough to filter 100,000 of them.
 class TagIndex
 {
 public:
     void load(TagSystem &tags);
     void clear();
 
-    /// Takes over the new name of one tag.
+    /// Stores the new name of one tag.
     void rename(TagSystem &tags, int id, const QString &name);
 
     int count() const { return m_ids.size(); }
     int count(int link) const;
     const QStringList &names() const { return m_names; }
 
-    /// The ids, in table order, of the tags in the scope whose names hold the characters of `text` in their order, in
-    /// any case; of all in the scope for an empty text.
+    /// The ids, in table order, of the tags in the scope whose names contain the characters of `text` in order, in any
+    /// case; all in the scope for an empty text.
     QVector<int> find(TagSystem &tags, const TagScope &scope, const QString &text) const;
 
 private:

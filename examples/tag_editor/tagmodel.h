@@ -15,8 +15,7 @@
 
 class ProjectSession;
 
-/// A project's tags as a table. It knows which tags there are from the start, and reads what a row shows when a view
-/// asks for it.
+/// A project's tags as a table. It reads the list of tags at the start, and the content of a row when a view needs it.
 class TagModel : public QAbstractTableModel
 {
     Q_OBJECT
@@ -55,13 +54,13 @@ public:
     const QString &filter() const { return m_filter; }
     void setFilter(const QString &text);
 
-    /// No editing, while something else writes.
+    /// Disables editing during other writes.
     void setLocked(bool isLocked) { m_isLocked = isLocked; }
 
-    /// The font of addresses, and the colour of those that are wrong.
+    /// The font of addresses, and the colour of wrong ones.
     void setLook(const QFont &addressFont, const QColor &wrong, const QIcon &wrongIcon);
 
-    /// -1 when the tag is not shown.
+    /// -1 if the tag is not shown.
     int rowOf(int id) const;
     int idAt(int row) const { return m_ids.value(row, -1); }
     /// The tags shown, from top to bottom.
@@ -71,9 +70,9 @@ public:
     int fetchCount() const { return m_fetchCount; }
 
 Q_SIGNALS:
-    /// A change was refused; the sentence says why.
+    /// A change was refused; the sentence has the reason.
     void refused(const QString &reason);
-    /// The tags of the project were read anew.
+    /// The tags of the project were read again.
     void reloaded();
 
 private:

@@ -21,7 +21,7 @@ struct Texts
     Q_DECLARE_TR_FUNCTIONS(TagRun)
 };
 
-/// The first item of a run as its device has it.
+/// The first item of a run on its device.
 struct FirstItem
 {
     FirstItem(ProjectSession &session, const RunSettings &settings)
@@ -35,7 +35,7 @@ struct FirstItem
         row = label->addressValidation(address.device, command.dataType);
     }
 
-    /// Runs of bits take the front of their addresses as it comes, so that stations stay out of it.
+    /// Runs of bits copy the front of their addresses from the text, so they must not contain stations.
     QStringList addresses(int count, int increment) const
     {
         QStringList made;
@@ -103,7 +103,7 @@ QString problemAtEnd(ProjectSession &session, const RunSettings &settings)
     const qint64 distance = qint64(settings.increment) * (settings.total - 1);
     const bool isThere = settings.total < 2 || (distance <= INT_MAX && first.addresses(2, int(distance)).size() == 2);
     return isThere ? QString()
-                   : Texts::tr("The last of the %1 addresses lies beyond the device's limits.").arg(settings.total);
+                   : Texts::tr("The last of the %1 addresses is beyond the device's limits.").arg(settings.total);
 }
 
 int naturalIncrement(ProjectSession &session, const RunSettings &settings)
@@ -119,6 +119,6 @@ int naturalIncrement(ProjectSession &session, const RunSettings &settings)
         return 1;
     const int distance = first.label->addressRange(first.row, StationAddress(pair.at(1).address).device) -
                          first.label->addressRange(first.row, first.address.device);
-    // Where the numbers count bits, increments count units.
+    // If the numbers count bits, increments count units.
     return qMax(1, first.label->isTypeNeedAlignmentByte(first.row) ? distance / (unit * 8) : distance);
 }

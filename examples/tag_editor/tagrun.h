@@ -9,7 +9,7 @@
 
 class ProjectSession;
 
-/// A run of tags as a user describes it.
+/// The user's description of a run of tags.
 struct RunSettings
 {
     int link = 0;
@@ -21,7 +21,7 @@ struct RunSettings
     /// Leading zeros fill the numbers up to this many digits.
     int digits = 2;
     int start = 1;
-    /// Without meaning for internal tags.
+    /// Not used for internal tags.
     QString firstAddress;
     /// From one address to the next, in the device's numbers.
     int increment = 1;
@@ -30,22 +30,22 @@ struct RunSettings
     QString name(int index) const;
 };
 
-/// The tags that a run would be, as far as they can be told.
+/// The tags of a run, as far as they are known.
 struct TagRun
 {
     QStringList names;
     QStringList addresses;
-    /// Why the run cannot be added as a whole; empty when it can.
+    /// Why the run cannot be added as a whole; empty if it can.
     QString problem;
 };
 
 /// The first `count` tags of the run.
 TagRun planRun(ProjectSession &session, const RunSettings &settings, int count);
 
-/// Why the run's far end cannot be; empty when it can. Cheap, however long the run is.
+/// Why the last tag of the run is not possible; empty if it is. Fast for runs of any length.
 QString problemAtEnd(ProjectSession &session, const RunSettings &settings);
 
-/// The increment at which items of the type lie side by side from the address on; 1 where none can be told.
+/// The increment for items of the type that follow each other without gaps from the address on; 1 if unknown.
 int naturalIncrement(ProjectSession &session, const RunSettings &settings);
 
 #endif

@@ -32,7 +32,7 @@ TagTable::TagTable(ProjectSession &session, TagModel &model, QWidget *parent)
     setItemDelegateForColumn(TagModel::Address, new AddressDelegate(session, this));
     setItemDelegateForColumn(TagModel::Type, new TypeDelegate(session, this));
     verticalHeader()->hide();
-    // Measuring 100,000 rows would ask for each of them.
+    // Measuring 100,000 rows would read each of them.
     verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
     horizontalHeader()->setHighlightSections(false);
     horizontalHeader()->setSectionResizeMode(TagModel::Name, QHeaderView::Stretch);
@@ -111,7 +111,7 @@ void TagTable::currentChanged(const QModelIndex &current, const QModelIndex &pre
     Q_EMIT tagSelected(id);
 }
 
-/// Another set of rows keeps the tag, if it is among them, and else begins at the top.
+/// Another set of rows keeps the tag if it contains it, and begins at the top otherwise.
 void TagTable::restore()
 {
     showHint();
@@ -134,7 +134,7 @@ void TagTable::showHint()
     if (!m_session.isOpen())
         m_hint->setText(tr("No project is open.\n\nCtrl+O opens one, Ctrl+Shift+O the sample."));
     else if (!m_model.filter().isEmpty())
-        m_hint->setText(tr("No tag has these letters.\n\nEscape clears the search."));
+        m_hint->setText(tr("No tags match.\n\nEscape clears the search."));
     else
         m_hint->setText(tr("There are no tags here yet.\n\nCtrl+N adds one, Ctrl+R a run of them."));
 }

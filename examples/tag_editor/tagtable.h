@@ -13,7 +13,7 @@ QT_END_NAMESPACE
 class ProjectSession;
 class TagModel;
 
-/// The tags in a table, which says why where there are none.
+/// The tags in a table. If there are none, it shows the reason.
 class TagTable : public QTableView
 {
     Q_OBJECT

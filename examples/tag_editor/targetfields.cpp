@@ -21,7 +21,7 @@
 
 namespace {
 
-/// The most that fits into the scale column's use as a length.
+/// The largest value of the scale column as a length.
 constexpr int longestText = 65535;
 
 } // namespace
@@ -42,7 +42,7 @@ TargetFields::TargetFields(ProjectSession &session, const QString &addressTitle,
     m_length->setValue(16);
     m_placeLayout->setContentsMargins(0, 0, 0, 0);
     form->addRow(tr("&Link"), m_link);
-    // A text's length stands beside its type, so that the form does not jump when it comes and goes.
+    // A text's length is beside its type, so that the form does not move when it is shown or hidden.
     auto *const typeRow = new QHBoxLayout;
     typeRow->addWidget(m_type, 1);
     typeRow->addWidget(m_length);
@@ -116,7 +116,7 @@ void TargetFields::showRows()
 QList<QWidget *> TargetFields::tabStops() const
 {
     QList<QWidget *> stops = {m_link, m_type, m_length};
-    // The picker in front of its edit: a proxy that comes later than the widget it stands for ends the round.
+    // The picker comes before its edit: a widget after its focus proxy would end the tab round.
     if (m_picker)
         stops += {m_picker, m_picker->findChild<QLineEdit *>()};
     return stops;

@@ -20,7 +20,7 @@ QT_END_NAMESPACE
 class ProjectSession;
 class SimpleAddressPicker;
 
-/// The rows of a form that say where a new tag lies: link, data type, a text's length, and address.
+/// The form rows for the target of a new tag: link, data type, a text's length, and address.
 class TargetFields : public QObject
 {
     Q_OBJECT
@@ -30,23 +30,23 @@ public:
 
     int link() const;
     int dataType() const;
-    /// 1 for all but texts.
+    /// 1 for all types but texts.
     int scale() const;
     /// Empty for an internal tag.
     QString address() const;
-    /// False where there is no device to have an address on: for internal tags, and links without a driver.
+    /// False if there is no device for an address: for internal tags, and links without a driver.
     bool hasAddress() const { return m_picker != nullptr; }
 
     void setLink(int id);
     void setDataType(int type);
     void setAddress(const QString &address);
 
-    /// The widgets that Tab visits, in their order.
+    /// The widgets in tab order.
     QList<QWidget *> tabStops() const;
 
 Q_SIGNALS:
     void changed();
-    /// Another link has another picker, and so another tab stop.
+    /// Another link has another picker, and therefore another tab stop.
     void pickerReplaced();
 
 private:

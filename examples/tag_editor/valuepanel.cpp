@@ -63,7 +63,7 @@ QLineEdit *ValuePanel::addEdit(QFormLayout *form, const QString &title, const ch
     return edit;
 }
 
-/// Of reals and texts the library shows no digits in other bases.
+/// The library shows reals and texts only as they are, not in other bases.
 bool ValuePanel::hasBases() const
 {
     return !tagtype::isReal(m_type) && m_type != tagtype::Ascii;
@@ -78,10 +78,10 @@ void ValuePanel::showTag(int id)
     TagSystem &tags = m_session.tags();
     m_type = tags.getDataTypeByID(id);
     for (QLineEdit *const edit : {m_hexadecimal, m_octal}) {
-        // Not hidden: the form would jump from tag to tag.
+        // Not hidden: the form would move from tag to tag.
         edit->setEnabled(hasBases());
         edit->setText(tr("–"));
-        // The library reads other bases for the types that it can show in their width, up to 32 bits.
+        // The library reads other bases for types that it can show in their width, up to 32 bits.
         edit->setReadOnly(tagtype::isWide(m_type) || m_type == tagtype::Bit);
     }
     const TagLimits limits(tags, id);
@@ -109,7 +109,7 @@ void ValuePanel::takeBase(const QString &text, int base)
     const qlonglong value = m_session.tags().toLongLongByBaseSystemString(m_id, text, fits, base, isNoNumber);
     const QLineEdit *const typed = base == 16 ? m_hexadecimal : m_octal;
     if (isNoNumber)
-        showProblem(tr("\"%1\" is no number in base %2").arg(text).arg(base), typed);
+        showProblem(tr("\"%1\" is not a number in base %2").arg(text).arg(base), typed);
     else if (!fits)
         showProblem(tr("\"%1\" has more bits than the tag").arg(text), typed);
     else
@@ -123,7 +123,7 @@ void ValuePanel::takeBytes(const QString &text)
     const bool isText = m_type == tagtype::Ascii;
     const int size = isText ? tags.getScaleByID(m_id) : tags.getDataSizeByType(m_type);
     if (!bytesOfHex(text, bytes))
-        showProblem(tr("\"%1\" is no row of bytes in hexadecimal").arg(text), m_bytes);
+        showProblem(tr("\"%1\" is not a list of hexadecimal bytes").arg(text), m_bytes);
     else if (bytes.size() > size || (!isText && bytes.size() < size))
         showProblem(tr("%1 bytes are given, the tag has %2").arg(bytes.size()).arg(size), m_bytes);
     else
@@ -148,7 +148,7 @@ void ValuePanel::showValue(const QVariant &value, const QLineEdit *typed)
         m_octal->setText(tags.toBaseSystemStringFromLongLong(m_id, number, 8));
 }
 
-/// The other texts would belong to another value.
+/// The other texts would show another value.
 void ValuePanel::showProblem(const QString &reason, const QLineEdit *typed)
 {
     m_problem->setText(look::narrow(reason));

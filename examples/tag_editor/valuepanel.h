@@ -14,7 +14,7 @@ QT_END_NAMESPACE
 
 class ProjectSession;
 
-/// A tag's value as text, in base 16 and 8, and as bytes: whichever is typed, the others follow.
+/// A tag's value as text, in base 16 and 8, and as bytes. When one is typed, the others are updated.
 class ValuePanel : public QGroupBox
 {
     Q_OBJECT

@@ -87,17 +87,17 @@ void CompileDrivers::compileRefuses_data()
         ":4: error: header 'continue' is missing");
     add("a column that stands twice",
         head + QString(header).replace(QLatin1String("start"), QLatin1String("end")) + row,
-        ":4: error: header 'end' stands twice");
+        ":4: error: header 'end' appears twice");
     add("an unknown setting", QStringLiteral("speed\t5\n") + head + header + row, ":1: error: unknown header 'speed'");
     add("a missing setting", QStringLiteral("driver\tD\nblock_size\t1\n") + header + row,
-        ":3: error: 'bit_block_size' has to stand before the header");
+        ":3: error: 'bit_block_size' must be before the header");
     add("a setting that is no number", QString(head).replace(QLatin1String("\t1"), QLatin1String("\tx")) + header + row,
-        ":2: error: 'block_size' is no number: 'x'");
+        ":2: error: 'block_size' is not a number: 'x'");
     add("a driver without a name", QString(head).replace(QLatin1String("\tD"), QLatin1String("\t")) + header + row,
         ":1: error: 'driver' is empty");
     add("the driver name of another file",
         QString(head).replace(QLatin1String("\tD"), QLatin1String("\tGood")) + header + row,
-        ":1: error: driver 'Good' stands already in ");
+        ":1: error: driver 'Good' is already in ");
     add("an empty pattern", head + header + changed("(D)(\\d)", ""), ":5: error: 'pattern' is empty");
     add("an empty end", head + header + changed("\t9\t", "\t\t"), ":5: error: 'end' is empty");
     add("a block size of 0", head + header + changed("\t1\tN", "\t0\tN"), ":5: error: 'blocksize' is 0");
@@ -106,9 +106,9 @@ void CompileDrivers::compileRefuses_data()
     add("a continue rule of neither kind", head + header + changed("\tN", "\tno"),
         ":5: error: 'continue' is neither Y nor N: 'no'");
     add("a pattern that stands twice", head + header + row + changed("one", "two"),
-        ":6: error: the pattern stands already in line 5");
+        ":6: error: the pattern is already used in line 5");
     add("a description that stands twice", head + header + row + changed("(D)", "(E)"),
-        ":6: error: the description stands already in line 5");
+        ":6: error: the description is already used in line 5");
     add("a carriage return", head + header + changed("\n", "\r\n"), ":5: error: carriage return");
     add("no header", head, ":3: error: no header line");
     add("no rows", head + header, ":4: error: no rows");

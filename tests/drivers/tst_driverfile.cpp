@@ -123,31 +123,34 @@ void DriverFiles::formErrorIsTold_data()
         QTest::newRow(name) << text << QString(QLatin1String(error));
     };
     add("a row with a column too few", head + header + changed(row, "\tN\n", "\n"),
-        "5: 12 columns where the header has 13");
+        "5: 12 columns, but the header has 13");
     add("a row with a column too many", head + header + changed(row, "\tN\n", "\tN\t\n"),
-        "5: 14 columns where the header has 13");
+        "5: 14 columns, but the header has 13");
     add("an unknown column", head + changed(header, "start", "begin") + row, "4: unknown header 'begin'");
     add("a missing column", head + changed(header, "\tcontinue", "") + row, "4: header 'continue' is missing");
-    add("a column that stands twice", head + changed(header, "start", "end") + row, "4: header 'end' stands twice");
+    add("a column that stands twice", head + changed(header, "start", "end") + row, "4: header 'end' appears twice");
     add("an unknown setting", QStringLiteral("speed\t5\n") + head + header + row, "1: unknown header 'speed'");
-    add("a setting that stands twice", head + QStringLiteral("driver\tE\n") + header + row, "4: 'driver' stands twice");
+    add("a setting that stands twice", head + QStringLiteral("driver\tE\n") + header + row,
+        "4: 'driver' appears twice");
     add("a setting without a value", QStringLiteral("driver\n") + head + header + row,
-        "1: 1 columns where a setting has 2");
+        "1: 1 columns, but a setting has 2");
     add("a missing setting", QStringLiteral("driver\tD\nblock_size\t1\n") + header + row,
-        "3: 'bit_block_size' has to stand before the header");
-    add("a setting that is no number", changed(head, "\t1", "\tx") + header + row, "2: 'block_size' is no number: 'x'");
+        "3: 'bit_block_size' must be before the header");
+    add("a setting that is no number", changed(head, "\t1", "\tx") + header + row,
+        "2: 'block_size' is not a number: 'x'");
     add("a setting that is too large", changed(head, "\t1", "\t99999999999") + header + row,
         "2: 'block_size' is too large a number: '99999999999'");
     add("a driver without a name", changed(head, "\tD", "\t") + header + row, "1: 'driver' is empty");
     add("an empty pattern", head + header + changed(row, "(D)(\\d)", ""), "5: 'pattern' is empty");
     add("an empty end", head + header + changed(row, "\t9\t", "\t\t"), "5: 'end' is empty");
     add("a block size that is no number", head + header + changed(row, "\t1\tN", "\tmany\tN"),
-        "5: 'blocksize' is no number: 'many'");
-    add("a block size below 0", head + header + changed(row, "\t1\tN", "\t-1\tN"), "5: 'blocksize' is no number: '-1'");
+        "5: 'blocksize' is not a number: 'many'");
+    add("a block size below 0", head + header + changed(row, "\t1\tN", "\t-1\tN"),
+        "5: 'blocksize' is not a number: '-1'");
     add("a carriage return", head + header + changed(row, "\n", "\r\n"),
-        "5: carriage return: save the file with line feeds alone, as sed -i 's/\\r$//' FILE does");
+        "5: carriage return: save the file with line feeds only, as sed -i 's/\\r$//' FILE does");
     add("a file with carriage returns throughout", changed(head + header + row, "\n", "\r\n"),
-        "1: carriage return: save the file with line feeds alone, as sed -i 's/\\r$//' FILE does");
+        "1: carriage return: save the file with line feeds only, as sed -i 's/\\r$//' FILE does");
     add("a byte order mark", QStringLiteral("\uFEFF") + head + header + row,
         "1: byte order mark: save the file as UTF-8 without one");
     add("no header", head, "3: no header line");
@@ -175,11 +178,12 @@ void DriverFiles::allErrorsAreTold()
     QList<DriverFileError> errors;
     const QString bad = changed(changed(row, "\t9\t", "\t\t"), "\t10\t", "\tten\t");
     readDriverFile(write(folder, QStringLiteral("Bad-1.tsv"), (head + header + row + bad).toUtf8() + "\xff\n"), errors);
-    QCOMPARE(told(errors),
-             QStringList({QStringLiteral("1: the file name has to be lower-case letters, digits and '_', for it names "
-                                         "the tables"),
-                          QStringLiteral("6: 'end' is empty"), QStringLiteral("6: 'base' is no number: 'ten'"),
-                          QStringLiteral("7: not UTF-8")}));
+    QCOMPARE(
+        told(errors),
+        QStringList({QStringLiteral("1: the file name must be lower-case letters, digits and '_', because it names "
+                                    "the tables"),
+                     QStringLiteral("6: 'end' is empty"), QStringLiteral("6: 'base' is not a number: 'ten'"),
+                     QStringLiteral("7: not UTF-8")}));
     QCOMPARE(errors.at(1).toString(),
              folder.filePath(QStringLiteral("Bad-1.tsv")) + QLatin1String(":6: error: 'end' is empty"));
 }
@@ -298,8 +302,10 @@ void DriverFiles::unreadableDatabaseIsTold_data()
     QTest::addColumn<QString>("kind");
     QTest::addColumn<QString>("reason");
     QTest::newRow("a file that is not there") << QStringLiteral("gone") << QStringLiteral("there is no file ");
-    QTest::newRow("a file that is no database") << QStringLiteral("text") << QStringLiteral(" is no driver database ");
-    QTest::newRow("a database without drivers") << QStringLiteral("empty") << QStringLiteral(" is no driver database ");
+    QTest::newRow("a file that is no database")
+        << QStringLiteral("text") << QStringLiteral(" is not a driver database ");
+    QTest::newRow("a database without drivers")
+        << QStringLiteral("empty") << QStringLiteral(" is not a driver database ");
 }
 
 void DriverFiles::unreadableDatabaseIsTold()
@@ -344,11 +350,12 @@ void DriverFiles::obstaclesOfTextForm_data()
     QTest::addColumn<QString>("field");
     QTest::addColumn<QString>("obstacle");
     QTest::newRow("nothing unusual") << QStringLiteral("(D)#(\\t)") << QString();
-    QTest::newRow("a tab") << QStringLiteral("(D)\t") << QStringLiteral("row 1 holds a tab or a line end");
-    QTest::newRow("a line end") << QStringLiteral("(D)\n") << QStringLiteral("row 1 holds a tab or a line end");
-    QTest::newRow("a carriage return") << QStringLiteral("(D)\r") << QStringLiteral("row 1 holds a tab or a line end");
+    QTest::newRow("a tab") << QStringLiteral("(D)\t") << QStringLiteral("row 1 contains a tab or a line end");
+    QTest::newRow("a line end") << QStringLiteral("(D)\n") << QStringLiteral("row 1 contains a tab or a line end");
+    QTest::newRow("a carriage return") << QStringLiteral("(D)\r")
+                                       << QStringLiteral("row 1 contains a tab or a line end");
     QTest::newRow("the mark of a comment")
-        << QStringLiteral("#(D)") << QStringLiteral("row 1 begins with '#' and would read as a comment");
+        << QStringLiteral("#(D)") << QStringLiteral("row 1 begins with '#' and would be read as a comment");
 }
 
 void DriverFiles::obstaclesOfTextForm()

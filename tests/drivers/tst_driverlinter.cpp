@@ -368,7 +368,7 @@ void TestDriverLinter::upperCaseAloneIsFound()
     const QList<LintFinding> findings = lint(driver);
     QVERIFY2(ids(findings) == QStringList(QStringLiteral("3:run-refused")), told(findings).constData());
     QCOMPARE(findings.first().what,
-             QStringLiteral("runs and blocks write M1F as M1f, which the row does not take for the same"));
+             QStringLiteral("runs and blocks write M1F as M1f, which the row does not accept as the same address"));
     QCOMPARE(findings.first().column, QStringLiteral("pattern"));
     QVERIFY(findings.first().isError());
 
@@ -383,7 +383,7 @@ void TestDriverLinter::doubledPatternIsFound()
     setField(driver, 3, QStringLiteral("description"), QStringLiteral("M: again"));
     const QList<LintFinding> findings = lint(driver);
     QCOMPARE(ids(findings), QStringList(QStringLiteral("4:doubled-pattern")));
-    QCOMPARE(findings.first().what, QStringLiteral("the pattern stands already in line 7"));
+    QCOMPARE(findings.first().what, QStringLiteral("the pattern is already used in line 7"));
 }
 
 void TestDriverLinter::doubledTablesAreFound()
@@ -406,8 +406,7 @@ void TestDriverLinter::shadowedRowShowsAnAddress()
     setField(driver, 3, QStringLiteral("start"), QStringLiteral("1"));
     const QList<LintFinding> findings = lint(driver);
     QCOMPARE(ids(findings), QStringList(QStringLiteral("4:row-shadowed")));
-    QRegExp expected(
-        QStringLiteral("the row is never found: D\\d+ and all others of its addresses belong to D \\(line 6\\)"));
+    QRegExp expected(QStringLiteral("the row is never used: D \\(line 6\\) accepts D\\d+ and all its other addresses"));
     QVERIFY2(expected.exactMatch(findings.first().what), qPrintable(findings.first().what));
 }
 
@@ -416,7 +415,7 @@ void TestDriverLinter::findingTellsItsPlace()
     DriverText driver = goodDriver();
     setField(driver, 1, QStringLiteral("blocksize"), QStringLiteral("0"));
     QCOMPARE(lint(driver).first().toString(),
-             QStringLiteral("good.tsv:6: error: 'blocksize' is 0: at least one unit has to fit into a block; give the "
+             QStringLiteral("good.tsv:6: error: 'blocksize' is 0: at least one unit must fit into a block; give the "
                             "most units of one block, at least 1; with less no block can be read [block-size]"));
     for (DriverRow &row : driver.rows)
         row.line = noLine;
@@ -519,12 +518,12 @@ void TestDriverLinter::badSampleFileIsTold()
         QVERIFY(finding.isError());
         texts.append(QStringLiteral("%1: %2").arg(finding.line).arg(finding.what));
     }
-    QCOMPARE(texts,
-             QStringList({QStringLiteral("7: the verdict 'perhaps' is neither accept nor refuse"),
-                          QStringLiteral("8: the filter 'all' is not one of any, bit, register"),
-                          QStringLiteral("8: the number 'x' is none"), QStringLiteral("8: the bit 'y' is no number"),
-                          QStringLiteral("8: the step 'week' is not one of bit, byte, word, dword, qword, text"),
-                          QStringLiteral("9: 2 columns where a sample has 9")}));
+    QCOMPARE(texts, QStringList({QStringLiteral("7: the verdict 'perhaps' is neither accept nor refuse"),
+                                 QStringLiteral("8: the filter 'all' is not one of any, bit, register"),
+                                 QStringLiteral("8: the number 'x' is not valid"),
+                                 QStringLiteral("8: the bit 'y' is not a number"),
+                                 QStringLiteral("8: the step 'week' is not one of bit, byte, word, dword, qword, text"),
+                                 QStringLiteral("9: 2 columns, but a sample has 9")}));
 }
 
 void TestDriverLinter::databaseIsRead()

@@ -98,8 +98,8 @@ void TestEditorCsv::importRefusals_data()
                                                      << "3|Bad|link 1 has no station 9";
     QTest::newRow("several lines") << first + "A,1,NONE,D1,1\nB,x,INT(16),D1,1\nS>C,0,Bit,,1\n"
                                    << "3 lines are refused; nothing is imported."
-                                   << "2|A|there is no data type \"NONE\",3|B|the link \"x\" is no whole number,"
-                                      "4|S>C|names that begin with \"S>\" are those of system tags";
+                                   << "2|A|there is no data type \"NONE\",3|B|the link \"x\" is not a whole number,"
+                                      "4|S>C|names that begin with \"S>\" are reserved for system tags";
 }
 
 void TestEditorCsv::importRefusals()
@@ -204,7 +204,7 @@ void TestEditorCsv::oneJobAtATime()
     waitForProgress();
     QVERIFY(m_window->isBusy());
     ProjectSession &session = m_window->session();
-    const QString refusal = QStringLiteral("Tags are being written; try again when that has ended.");
+    const QString refusal = QStringLiteral("Tags are being written; try again later.");
     QCOMPARE(session.add(QStringLiteral("New"), 0, tagtype::Bit, QString(), 1), refusal);
     QCOMPARE(session.rename(1, QStringLiteral("New")), refusal);
     QCOMPARE(session.change(1, QStringLiteral("X1"), tagtype::Bit, 1), refusal);

@@ -132,7 +132,7 @@ void TestEditorForms::blocksOfARun()
     QCOMPARE(label("blockText"), QStringLiteral("%1 requests:").arg(blocks.size()));
     count->setValue(1001);
     QCOMPARE(list->count(), 0);
-    QCOMPARE(label("blockText"), QStringLiteral("Only 1000 of 1001 items lie within the device's limits."));
+    QCOMPARE(label("blockText"), QStringLiteral("Only 1000 of 1001 items are within the device's limits."));
 }
 
 void TestEditorForms::values_data()
@@ -173,13 +173,13 @@ void TestEditorForms::values_data()
                                      << "AB|–|–|41 42 00" << none;
     QTest::newRow("beyond the limits") << int(tagtype::Int8) << value << "128"
                                        << "128|||"
-                                       << "128 does not lie between -128 and 127";
+                                       << "128 is not between -128 and 127";
     QTest::newRow("no number") << int(tagtype::Int8) << value << "1x"
                                << "1x|||"
-                               << "\"1x\" is no whole number, or lies beyond the limits";
+                               << "\"1x\" is not a whole number, or is beyond the limits";
     QTest::newRow("no hexadecimal number") << int(tagtype::Int8) << hexadecimal << "1g"
                                            << "|1g||"
-                                           << "\"1g\" is no number in base 16";
+                                           << "\"1g\" is not a number in base 16";
     QTest::newRow("too many bits") << int(tagtype::Int8) << hexadecimal << "100"
                                    << "|100||"
                                    << "\"100\" has more bits than the tag";
@@ -188,7 +188,7 @@ void TestEditorForms::values_data()
                                    << "1 bytes are given, the tag has 2";
     QTest::newRow("no bytes") << int(tagtype::Int16) << bytes << "0x01"
                               << "|||0x01"
-                              << "\"0x01\" is no row of bytes in hexadecimal";
+                              << "\"0x01\" is not a list of hexadecimal bytes";
     QTest::newRow("text too long") << int(tagtype::Ascii) << value << "123456789"
                                    << "123456789|–|–|"
                                    << "the text has 9 bytes, the tag 8";
@@ -232,7 +232,7 @@ void TestEditorForms::addForm_data()
     QTest::newRow("no address") << "New" << 1 << word << ""
                                 << "Type an address." << false;
     QTest::newRow("name is there") << "Speed" << 1 << word << "D1"
-                                   << "There is a tag \"Speed\" already." << false;
+                                   << "There is already a tag \"Speed\"." << false;
     QTest::newRow("station that is not there") << "New" << 1 << word << "9-D1"
                                                << "The address is not valid: link 1 has no station 9." << false;
 }
@@ -315,11 +315,11 @@ void TestEditorForms::runPreview_data()
         << word << "D7998" << 0 << 3 << "T" << 1 << "T01 D7998,T02 D7999,T03 "
         << "Only 2 of the first 3 addresses exist on the device, from D7998 to D7999.";
     QTest::newRow("beyond the preview") << word << "D7800" << 0 << 300 << "T" << 1 << ""
-                                        << "The last of the 300 addresses lies beyond the device's limits.";
+                                        << "The last of the 300 addresses is beyond the device's limits.";
     QTest::newRow("name is there") << word << "D1" << 0 << 2 << "Old_" << 1 << "Old_01 D1,Old_02 D2"
-                                   << "There is a tag \"Old_02\" already.";
+                                   << "There is already a tag \"Old_02\".";
     QTest::newRow("names that are numbers") << word << "D1" << 0 << 2 << "" << 1 << "01 D1,02 D2"
-                                            << "The project would keep the name as \"1\".";
+                                            << "The project would store the name as \"1\".";
     QTest::newRow("no address yet") << word << "" << 0 << 2 << "T" << 1 << "T01 ,T02 "
                                     << "Type the first address.";
 }
@@ -400,13 +400,13 @@ void TestEditorForms::veryLongTexts_data()
                             << "";
     QTest::newRow("value") << "valueEdit"
                            << "valueProblem"
-                           << "is no whole number";
+                           << "is not a whole number";
     QTest::newRow("base 16") << "hexadecimalEdit"
                              << "valueProblem"
-                             << "is no number in base 16";
+                             << "is not a number in base 16";
     QTest::newRow("bytes") << "bytesEdit"
                            << "valueProblem"
-                           << "is no row of bytes in hexadecimal";
+                           << "is not a list of hexadecimal bytes";
     QTest::newRow("name") << "newTagName"
                           << "newTagVerdict"
                           << "Type an address.";

@@ -64,14 +64,16 @@ void TestEditorProjects::badProjects_data()
     QTest::newRow("a folder") << "folder"
                               << "There is no project at %1.";
     QTest::newRow("no database") << "text"
-                                 << "%1 is no project (file is not a database).";
-    QTest::newRow("an empty file") << "empty"
-                                   << "%1 is no project: it has no tables of links and stations (no such table: LINK).";
+                                 << "%1 is not a project (file is not a database).";
+    QTest::newRow("an empty file")
+        << "empty"
+        << "%1 is not a project: it has no tables of links and stations (no such table: LINK).";
     QTest::newRow("a database of another kind")
         << "other"
-        << "%1 is no project: it has no tables of links and stations (no such table: LINK).";
-    QTest::newRow("no stations") << "stations"
-                                 << "%1 is no project: it has no tables of links and stations (no such table: NODE).";
+        << "%1 is not a project: it has no tables of links and stations (no such table: LINK).";
+    QTest::newRow("no stations")
+        << "stations"
+        << "%1 is not a project: it has no tables of links and stations (no such table: NODE).";
     QTest::newRow("another tag table") << "column"
                                        << "The tag table of %1 lacks the column connector_id.";
 }
@@ -165,7 +167,7 @@ void TestEditorProjects::readOnlyProjects()
     m_window->exportTo(path("out.csv"));
     waitForJob();
     QVERIFY(QFile::setPermissions(kept, before));
-    const QString refusal = QStringLiteral("The project may not be written.");
+    const QString refusal = QStringLiteral("The project is read-only.");
     QVERIFY(isOpen);
     QVERIFY(isReadOnly);
     QCOMPARE(edited, refusal);

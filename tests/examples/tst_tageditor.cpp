@@ -279,7 +279,7 @@ void TestTagEditor::emptyStates()
     open({});
     QVERIFY(m_table->hint().startsWith(QStringLiteral("There are no tags here yet.")));
     m_search->setText(QStringLiteral("x"));
-    QVERIFY(m_table->hint().startsWith(QStringLiteral("No tag has these letters.")));
+    QVERIFY(m_table->hint().startsWith(QStringLiteral("No tags match.")));
     m_search->clear();
     QVERIFY(m_window->session().add(QStringLiteral("New"), 0, tagtype::Bit, QString(), 1).isEmpty());
     QCOMPARE(m_table->hint(), QString());
@@ -312,11 +312,11 @@ void TestTagEditor::wrongAddresses_data()
     QTest::newRow("station of another link") << 2 << word << "2-DB1.DBW4"
                                              << "link 2 has no station 2";
     QTest::newRow("station of letters") << 1 << word << "a-D1"
-                                        << "the station \"a\" is no decimal number";
+                                        << "the station \"a\" is not a decimal number";
     QTest::newRow("station missing") << 1 << word << "-D1"
-                                     << "the station number in front of \"-\" is missing";
+                                     << "the station number before \"-\" is missing";
     QTest::newRow("text behind the address") << 1 << word << "1-D1-2"
-                                             << "a second \"-\" follows; only a station is set off by one";
+                                             << "there is a second \"-\"; it may only separate the station";
     QTest::newRow("missing link") << 9 << word << "D1"
                                   << "the project has no link 9";
     QTest::newRow("missing driver") << 3 << word << "D1"
@@ -360,7 +360,7 @@ void TestTagEditor::rowsWithNumbersOfSystemTags()
     QCOMPARE(text(1, TagModel::Name), QStringLiteral("Late"));
     QCOMPARE(text(1, TagModel::Address), QStringLiteral("D200"));
     QCOMPARE(m_model->index(1, TagModel::Address).data(Qt::ToolTipRole).toString(),
-             QStringLiteral("the tag's number, 20011, is one of those of system and recipe tags"));
+             QStringLiteral("the tag's number, 20011, belongs to system or recipe tags"));
     m_table->selectTag(20011);
     QCOMPARE(m_window->findChild<QLabel *>(QStringLiteral("detailsTitle"))->text(), QStringLiteral("Late"));
     QVERIFY(!m_window->findChild<QLabel *>(QStringLiteral("commandAddress"))->isVisible());
@@ -423,19 +423,21 @@ void TestTagEditor::refusedNames_data()
     QTest::newRow("empty") << ""
                            << "The name is empty.";
     QTest::newRow("there already") << "Valve"
-                                   << "There is a tag \"Valve\" already.";
+                                   << "There is already a tag \"Valve\".";
     QTest::newRow("of a system tag") << "S>Own"
-                                     << "Names that begin with \"S>\" are those of system tags.";
+                                     << "Names that begin with \"S>\" are reserved for system tags.";
     QTest::newRow("of a recipe tag") << "r>Own"
-                                     << "Names that begin with \"r>\" are those of recipe tags.";
+                                     << "Names that begin with \"r>\" are reserved for recipe tags.";
     QTest::newRow("kept as a number") << "007"
-                                      << "The project would keep the name as \"7\".";
-    QTest::newRow("numbered form exists") << "Pump"
-                                          << "The name \"Pump\" was not taken: it holds a quote, or a tag of this name "
-                                             "with a number exists.";
-    QTest::newRow("holds a quote") << "A\"b"
-                                   << "The name \"A\"b\" was not taken: it holds a quote, or a tag of this name with a "
-                                      "number exists.";
+                                      << "The project would store the name as \"7\".";
+    QTest::newRow("numbered form exists")
+        << "Pump"
+        << "The name \"Pump\" was refused: it contains a quote, or a tag of this name "
+           "with a number exists.";
+    QTest::newRow("holds a quote")
+        << "A\"b"
+        << "The name \"A\"b\" was refused: it contains a quote, or a tag of this name with a "
+           "number exists.";
 }
 
 void TestTagEditor::refusedNames()

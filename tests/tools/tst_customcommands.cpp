@@ -212,7 +212,7 @@ void TestCustomCommands::setupBringsTablesBack()
     QCOMPARE(made.err, QString());
     QCOMPARE(made.out, QStringLiteral("\"Test PLC\" uses its custom label, which is empty: it refuses every address "
                                       "until \"zelmar-label custom fill FILE.tsv\" fills it\n"
-                                      "Programs that run now keep the label that they have.\n"));
+                                      "Running programs keep their current label.\n"));
     QCOMPARE(made.code, 0);
     QCOMPARE(runHere("fill|plain.tsv").code, 0);
     QCOMPARE(runHere("default|Test PLC").code, 0);
@@ -227,7 +227,7 @@ void TestCustomCommands::fillIsReadByTheLibrary()
     const Result result = runHere("fill|plain.tsv");
     QCOMPARE(result.err, QString());
     QCOMPARE(result.out, QStringLiteral("\"Test PLC\" uses its custom label of 1 format\n"
-                                        "Programs that run now keep the label that they have.\n"));
+                                        "Running programs keep their current label.\n"));
     QCOMPARE(result.code, 0);
     label::LabelInterface *const custom = customLabel("Test PLC");
     QVERIFY(custom);
@@ -421,7 +421,7 @@ void TestCustomCommands::backups()
         const QStringList copies = databaseFiles();
         const Result result = runHere(change);
         QCOMPARE(result.err, QString());
-        const QString copy = result.out.section(QStringLiteral("The custom database as it was: "), 1).trimmed();
+        const QString copy = result.out.section(QStringLiteral("Backup of the custom database: "), 1).trimmed();
         QVERIFY2(QRegExp(QRegExp::escape(m_custom) + QStringLiteral("\\.\\d{4}-\\d\\d-\\d\\d_\\d{6}(_\\d+)?"))
                      .exactMatch(copy),
                  qPrintable(copy));
@@ -451,15 +451,16 @@ void TestCustomCommands::refusals_data()
     const auto add = [](const char *row, const char *arguments, int code, const char *part) {
         QTest::newRow(row) << QString::fromLatin1(arguments) << code << QString::fromLatin1(part);
     };
-    const char *const dash = "the name \"S7-300\" has \"-\" in it";
+    const char *const dash = "the name \"S7-300\" contains \"-\"";
     add("setup of a name with a dash", "setup|S7-300", 1, dash);
     add("fill of a name with a dash", "fill|dash.tsv", 1, dash);
-    add("setup of a name with an apostrophe", "setup|O'Hara", 1, "the name \"O'Hara\" has \"'\" in it");
+    add("setup of a name with an apostrophe", "setup|O'Hara", 1, "the name \"O'Hara\" contains \"'\"");
     add("fill of a name with an apostrophe", "fill|quote.tsv", 1, "error: the name \"O'Hara\" breaks");
     add("setup of a driver that is not there", "setup|No PLC", 3, "there is no driver \"No PLC\" in ");
     add("setup of a driver that is nearly there", "setup|Test PLX", 3, "near names: \"Test PLC\"");
     add("fill of a driver that is not there", "fill|stranger.tsv", 3, "there is no driver \"No PLC\" in ");
-    add("fill from a file with an error of the form", "fill|form.tsv", 1, "form.tsv:6: error: 2 columns where the");
+    add("fill from a file with an error of the form", "fill|form.tsv", 1,
+        "form.tsv:6: error: 2 columns, but the header");
     add("fill from a file with an error that lint finds", "fill|lint.tsv", 1, "lint.tsv:6");
     add("fill from a file that is not there", "fill|missing.tsv", 3,
         "the driver file missing.tsv cannot be read: No such");
@@ -507,8 +508,9 @@ void TestCustomCommands::namesThatShareTables()
     executeOn(QStringLiteral("foreign"), QStringLiteral("CREATE TABLE OTHER_PLC_TYPES_TABLE (x)"));
     closeProject(QStringLiteral("foreign"));
     const Result foreign = runHere("setup|Other PLC");
-    QCOMPARE(foreign.err,
-             QStringLiteral("zelmar-label: %1 has a table OTHER_PLC_TYPES_TABLE of somebody else\n").arg(m_custom));
+    QCOMPARE(
+        foreign.err,
+        QStringLiteral("zelmar-label: %1: table OTHER_PLC_TYPES_TABLE belongs to another program\n").arg(m_custom));
     QCOMPARE(foreign.code, 3);
     QCOMPARE(rows("SELECT name FROM table_index"), QStringList(QStringLiteral("Test PLC")));
 }
@@ -560,7 +562,7 @@ void TestCustomCommands::usage_data()
                                     << "\"custom\" is followed by one of show, setup, fill, default, drop";
     QTest::newRow("an unknown second word")
         << "seutp|PLC"
-        << "\"custom seutp\" is no command; \"custom\" is followed by one of show, setup, fill, default, drop";
+        << "\"custom seutp\" is not a command; \"custom\" is followed by one of show, setup, fill, default, drop";
     QTest::newRow("setup without a driver") << "setup"
                                             << "the driver is missing";
     QTest::newRow("setup of two drivers") << "setup|A|B"

@@ -156,7 +156,7 @@ void TestDriverCommands::exportToFile()
     QCOMPARE(contentOf(path("out.tsv")), shippedText("modbus_tcp.tsv"));
 
     const Result again = run(argumentsOf("export-driver|FX5U Ethernet|out.tsv"));
-    QCOMPARE(again.err, QStringLiteral("zelmar-label: out.tsv is there already; --force writes over it\n"));
+    QCOMPARE(again.err, QStringLiteral("zelmar-label: out.tsv already exists; --force overwrites it\n"));
     QCOMPARE(again.code, 3);
     QCOMPARE(contentOf(path("out.tsv")), shippedText("modbus_tcp.tsv"));
 
@@ -193,7 +193,7 @@ void TestDriverCommands::exportRefusals_data()
         << "there is no driver database at missing; name one with --database FILE";
     QTest::newRow("a file that is no database")
         << "export-driver|Modbus|--database|text"
-        << "text is no driver database (file is not a database); name another with --database FILE";
+        << "text is not a driver database (file is not a database); name another with --database FILE";
     QTest::newRow("a folder that is not there") << "export-driver|Plain PLC|none/out.tsv|--database|plain"
                                                 << "none/out.tsv cannot be written: No such file or directory";
 }
@@ -219,7 +219,7 @@ void TestDriverCommands::newDriverWorksAtOnce()
 {
     const Result made = run(argumentsOf("new-driver|My PLC"));
     QCOMPARE(made.err, QString());
-    QCOMPARE(made.out, QStringLiteral("my_plc.tsv is written, and its samples samples/my_plc.tsv. Now change them, and "
+    QCOMPARE(made.out, QStringLiteral("Wrote my_plc.tsv and its samples samples/my_plc.tsv. Change them, then "
                                       "try them with\n"
                                       "  zelmar-label lint my_plc.tsv\n"
                                       "  zelmar-label compile my_plc.tsv --into trial.db\n"
@@ -312,28 +312,28 @@ void TestDriverCommands::newDriverRefusals_data()
         QTest::newRow(row) << argumentsOf(arguments) << QString::fromUtf8(sentence);
     };
     add("a dash", "S7-300",
-        "the name \"S7-300\" has \"-\" in it: only letters, digits, blanks and \"_\" can name the "
+        "the name \"S7-300\" contains \"-\": only letters, digits, blanks and \"_\" can name the "
         "tables of a custom label");
     add("a slash", "ServoC/CDE",
-        "the name \"ServoC/CDE\" has \"/\" in it: only letters, digits, blanks and \"_\" can "
+        "the name \"ServoC/CDE\" contains \"/\": only letters, digits, blanks and \"_\" can "
         "name the tables of a custom label");
     add("an apostrophe", "O'Hara",
-        "the name \"O'Hara\" has \"'\" in it: only letters, digits, blanks and \"_\" can "
+        "the name \"O'Hara\" contains \"'\": only letters, digits, blanks and \"_\" can "
         "name the tables of a custom label");
     add("a tab", "A\tB",
-        "the name \"A\tB\" has \"\t\" in it: only letters, digits, blanks and \"_\" can name the "
+        "the name \"A\tB\" contains \"\t\": only letters, digits, blanks and \"_\" can name the "
         "tables of a custom label");
     add("a digit in front", "3S PLC",
-        "the name \"3S PLC\" does not begin with a letter: it could not name the tables of a custom label");
+        "the name \"3S PLC\" does not begin with a letter: it cannot name the tables of a custom label");
     add("a blank in front", " PLC", "the name \" PLC\" begins or ends with a blank");
     add("no name", "", "a driver needs a name");
     add("a driver that is there", "ISO on TCP",
-        "there is a driver \"ISO on TCP\" already; \"zelmar-label export-driver\" writes it as a file to begin with");
+        "there is already a driver \"ISO on TCP\"; \"zelmar-label export-driver\" writes it as a file to start from");
     add("a file of another kind", "PLC|plc.txt",
-        "plc.txt: the file name has to be lower-case letters, digits and \"_\" with \".tsv\" behind them, for it names "
+        "plc.txt: the file name must be lower-case letters, digits and \"_\", followed by \".tsv\", because it names "
         "the tables");
     add("a file with a capital", "PLC|Plc.tsv",
-        "Plc.tsv: the file name has to be lower-case letters, digits and \"_\" with \".tsv\" behind them, for it names "
+        "Plc.tsv: the file name must be lower-case letters, digits and \"_\", followed by \".tsv\", because it names "
         "the tables");
 }
 
@@ -352,7 +352,7 @@ void TestDriverCommands::newDriverOverwritesNothing()
 {
     writeFile(path("plc.tsv"), "mine");
     const Result result = run(argumentsOf("new-driver|PLC"));
-    QCOMPARE(result.err, QStringLiteral("zelmar-label: plc.tsv is there already; it stays as it is\n"));
+    QCOMPARE(result.err, QStringLiteral("zelmar-label: plc.tsv already exists; it is not changed\n"));
     QCOMPARE(result.code, 3);
     QCOMPARE(contentOf(path("plc.tsv")), QByteArray("mine"));
     QCOMPARE(files(), QStringList(QStringLiteral("plc.tsv")));
@@ -360,7 +360,7 @@ void TestDriverCommands::newDriverOverwritesNothing()
     QVERIFY(QDir(m_work->path()).mkdir(QStringLiteral("samples")));
     writeFile(path("samples/other.tsv"), "mine");
     const Result samples = run(argumentsOf("new-driver|Other"));
-    QCOMPARE(samples.err, QStringLiteral("zelmar-label: samples/other.tsv is there already; it stays as it is\n"));
+    QCOMPARE(samples.err, QStringLiteral("zelmar-label: samples/other.tsv already exists; it is not changed\n"));
     QCOMPARE(samples.code, 3);
     QVERIFY(!QFile::exists(path("other.tsv")));
 
@@ -449,7 +449,7 @@ void TestDriverCommands::compileAddsAndReplaces()
     const QStringList copies = files().filter(QRegExp(QStringLiteral("^db\\.\\d{4}-\\d\\d-\\d\\d_\\d{6}$")));
     QCOMPARE(copies.size(), 1);
     QCOMPARE(result.out, QStringLiteral("\"One\" is replaced, 1 format\n\"Three\" is added, 1 format\n"
-                                        "The database as it was: db%1\n")
+                                        "Backup of the database: db%1\n")
                              .arg(copies.constFirst().mid(2)));
     QCOMPARE(databaseDump(m_work->filePath(copies.constFirst())), before);
 
@@ -509,7 +509,7 @@ void TestDriverCommands::compileRefusals_data()
     QTest::addColumn<int>("code");
     QTest::addColumn<QString>("part");
     QTest::newRow("an error of the form")
-        << "compile|form.tsv|--into|new.db" << 1 << "form.tsv:6: error: 12 columns where the header has 13";
+        << "compile|form.tsv|--into|new.db" << 1 << "form.tsv:6: error: 12 columns, but the header has 13";
     QTest::newRow("an error that lint finds") << "compile|lint.tsv|--into|new.db" << 1 << "lint.tsv:6";
     QTest::newRow("a bad file behind a good one") << "compile|good.tsv|lint.tsv|--into|new.db" << 1 << "lint.tsv:6";
     QTest::newRow("a file that is not there")
@@ -520,7 +520,7 @@ void TestDriverCommands::compileRefusals_data()
     QTest::newRow("a folder for a database")
         << "compile|good.tsv|--into|." << 3 << "zelmar-label: . is a folder; name a file with --into DATABASE\n";
     QTest::newRow("one driver in two files")
-        << "compile|good.tsv|twin.tsv|--into|new.db" << 1 << "twin.tsv:2: error: driver 'Good' stands already in ";
+        << "compile|good.tsv|twin.tsv|--into|new.db" << 1 << "twin.tsv:2: error: driver 'Good' is already in ";
 }
 
 void TestDriverCommands::compileRefusals()
@@ -563,7 +563,7 @@ void TestDriverCommands::compileKeepsDatabaseOnError_data()
     QTest::newRow("a table that another driver has") << database({owner}) << "good.tsv" << 3 << "already exists";
     QTest::newRow("a file of another kind")
         << QByteArray() << "good.tsv" << 3
-        << "db is no driver database (no such table: table_index); name another with "
+        << "db is not a driver database (no such table: table_index); name another with "
            "--into DATABASE\n";
 }
 

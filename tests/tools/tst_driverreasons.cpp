@@ -48,7 +48,7 @@ void DriverReasons::reasons_data()
     add("a file number with a zero in front", "MicroLogix Ethernet", "N07:0",
         "no format of the N family takes \"N07:0\"; one is Nf:n: integer, N9:0-N255:255, e.g. N10:5; try N7:0");
     add("a dash for the slash", "MicroLogix Ethernet", "T4:0-DN",
-        "the station \"T4:0\" is no decimal number; try T4:0.DN or T4:0/DN");
+        "the station \"T4:0\" is not a decimal number; try T4:0.DN or T4:0/DN");
     add("a data block's word without the B", "ISO on TCP", "DB1.DW2",
         "no format of the DB family takes \"DB1.DW2\"; one is DBn.DBWb: data block word at a byte address, "
         "DB1.DBW0-DB2047.DBW65534, e.g. DB1.DBW4; try DB1.DBW2 or DB1.DBX2.7 or DB1.DBX2");

@@ -104,7 +104,7 @@ void LintCommand::errorIsAParagraph()
 {
     const QString path = file(QStringLiteral("bad.tsv"), driverText("Bad", "0"));
     const Result result = lint({path});
-    QCOMPARE(result.out, path + QStringLiteral(":5: error: 'blocksize' is 0: at least one unit has to fit into a block "
+    QCOMPARE(result.out, path + QStringLiteral(":5: error: 'blocksize' is 0: at least one unit must fit into a block "
                                                "[block-size]\n"
                                                "    driver  Bad\n"
                                                "    row     1: (D)(0*\\d{1,4})  D: register, e.g. D7\n"
@@ -131,8 +131,8 @@ void LintCommand::samplesAreChecked()
     const QString path = file(QStringLiteral("good.tsv"), driverText("Good", "64"));
     const QString samples = file(QStringLiteral("samples/good.tsv"), sampleText("D2"));
     const Result result = lint({path});
-    QVERIFY2(result.out.startsWith(samples + QLatin1String(":2: error: the address behind that of D0 is D1, and not D2 "
-                                                           "as its sample says [sample-next]\n")),
+    QVERIFY2(result.out.startsWith(samples + QLatin1String(":2: error: the next address of D0 is D1, not D2 "
+                                                           "as in its sample [sample-next]\n")),
              qPrintable(result.out));
     QCOMPARE(result.code, 1);
 }

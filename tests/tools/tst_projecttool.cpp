@@ -200,7 +200,7 @@ void TestProjectTool::outputs_data()
     add("a system tag has one command", "commands|project.db|S>Year", 0, "S>Year  length 1  double word\n");
     add("a system tag by its id", "commands|project.db|20022", 0, "S>Year  length 1  double word\n");
     add("an internal tag has no addresses", "commands|project.db|Internal|--count|2", 1, "",
-        "zelmar-label: Internal: it is on no device, so that no items follow it\n");
+        "zelmar-label: Internal: it has no device, so no items follow it\n");
     add("commands of a refused tag", "commands|project.db|TooHigh", 1, "",
         "zelmar-label: TooHigh: number 8000 is above D's last, 7999\n");
     add("a tag that is not there", "commands|project.db|Nothing", 1, "",
@@ -213,7 +213,7 @@ void TestProjectTool::outputs_data()
     add("a recipe tag stands for a tag", "commands|project.db|R>1_1|--recipe|R>1_1=Speed", 0,
         "R>1_1  length 1  word\n");
     add("a recipe tag needs its prefix", "commands|project.db|X|--recipe|X=Speed", 1, "",
-        "zelmar-label: \"X\" is no name of a recipe tag: those begin with \"R>\"\n");
+        "zelmar-label: \"X\" is not a recipe tag name: those begin with \"R>\"\n");
 
     add("blocks of a tag", "blocks|project.db|Speed|--count|130", 0,
         "D100  length 64  word\nD164  length 64  word\nD228  length 2   word\n");
@@ -224,9 +224,9 @@ void TestProjectTool::outputs_data()
     add("blocks beyond the end", "blocks|project.db|Speed|--count|8000", 1, "",
         "zelmar-label: Speed: only 7900 of 8000 items follow: D ends at 7999\n");
     add("a block that holds no item", "blocks|project.db|Pair|--count|2", 1, "",
-        "zelmar-label: Pair: the driver allows no block that holds an item of its type\n");
+        "zelmar-label: Pair: the driver allows no block with an item of its type\n");
     add("blocks of an internal tag", "blocks|project.db|Internal|--count|2", 1, "",
-        "zelmar-label: Internal: it is on no device, so that there is nothing to read in blocks\n");
+        "zelmar-label: Internal: it has no device, so there are no blocks to read\n");
 
     add("a negative number is encoded", "encode|project.db|Speed|--|-2", 0, "FEFF\n");
     add("a bit is encoded", "encode|project.db|Internal|1", 0, "01\n");
@@ -238,12 +238,13 @@ void TestProjectTool::outputs_data()
     add("the greatest number of 64 bits", "encode|project.db|Unsigned|18446744073709551615", 0, "FFFFFFFFFFFFFFFF\n");
     add("the least number of 64 bits", "encode|project.db|Signed|--|-9223372036854775808", 0, "0000000000000080\n");
     add("a number beyond the limits", "encode|project.db|Speed|32768", 1, "",
-        "zelmar-label: Speed: 32768 does not lie between -32768 and 32767\n");
+        "zelmar-label: Speed: 32768 is not between -32768 and 32767\n");
     add("a float beyond the limits", "encode|project.db|Flow|3.5e37", 1, "",
-        "zelmar-label: Flow: 3.5e37 does not lie between -3.4e+37 and 3.4e+37\n");
-    add("infinity is no number", "encode|project.db|Double|inf", 1, "", "zelmar-label: Double: \"inf\" is no number\n");
+        "zelmar-label: Flow: 3.5e37 is not between -3.4e+37 and 3.4e+37\n");
+    add("infinity is no number", "encode|project.db|Double|inf", 1, "",
+        "zelmar-label: Double: \"inf\" is not a number\n");
     add("a word is no number", "encode|project.db|Speed|fast", 1, "",
-        "zelmar-label: Speed: \"fast\" is no whole number, or lies beyond the limits\n");
+        "zelmar-label: Speed: \"fast\" is not a whole number, or is beyond the limits\n");
     add("a value of an unknown type", "encode|project.db|NoType|1", 1, "",
         "zelmar-label: NoType: there is no data type 12\n");
 
@@ -259,9 +260,9 @@ void TestProjectTool::outputs_data()
     add("too few bytes", "decode|project.db|Speed|FE", 1, "", "zelmar-label: Speed: the tag has 2 bytes, not 1\n");
     add("too many bytes", "decode|project.db|Speed|FEFF00", 1, "", "zelmar-label: Speed: the tag has 2 bytes, not 3\n");
     add("half a byte", "decode|project.db|Speed|FEF", 1, "",
-        "zelmar-label: Speed: \"FEF\" is no row of bytes in hexadecimal\n");
+        "zelmar-label: Speed: \"FEF\" is not a list of hexadecimal bytes\n");
     add("letters that are no digits", "decode|project.db|Speed|GGGG", 1, "",
-        "zelmar-label: Speed: \"GGGG\" is no row of bytes in hexadecimal\n");
+        "zelmar-label: Speed: \"GGGG\" is not a list of hexadecimal bytes\n");
 
     add("limits of chosen tags", "limits|project.db|Speed|Title|Flow|Signed", 0,
         "id  name    data type  least                 greatest             bytes of text\n"
@@ -304,7 +305,7 @@ void TestProjectTool::unreadable_data()
     QTest::addColumn<QString>("err");
 
     QTest::newRow("a text file is no project") << QByteArray("this is a text and no database at all, however long\n")
-                                               << "zelmar-label: other.db is no project (file is not a database)\n";
+                                               << "zelmar-label: other.db is not a project (file is not a database)\n";
     QTest::newRow("an empty file has no tags")
         << QByteArray() << "zelmar-label: other.db has no tag table; \"zelmar-label import\" makes one\n";
 }
@@ -359,13 +360,13 @@ void TestProjectTool::usage_data()
     add("no tag", "commands|project.db", "the tag is missing");
     add("no value", "encode|project.db|Speed", "the value is missing");
     add("a negative value that reads as an option", "encode|project.db|Speed|-55",
-        "\"-55\" reads as an option; write -- in front of it");
-    add("a negative fraction", "encode|project.db|Speed|-1.5", "\"-1.5\" reads as an option; write -- in front of it");
-    add("no bytes", "decode|project.db|Speed", "the row of bytes is missing");
+        "\"-55\" looks like an option; write -- before it");
+    add("a negative fraction", "encode|project.db|Speed|-1.5", "\"-1.5\" looks like an option; write -- before it");
+    add("no bytes", "decode|project.db|Speed", "the list of bytes is missing");
     add("no file", "import|project.db", "the file to read is missing");
     add("one argument too many", "export|project.db|more", "\"more\" is one argument too many");
     add("blocks of a tag need a count", "blocks|project.db|Speed", "--count is missing: how many items to read");
-    add("a link that is no number", "tags|project.db|--link|x", "--link \"x\" is no whole number, or too large a one");
+    add("a link that is no number", "tags|project.db|--link|x", "--link \"x\" is not a whole number, or is too large");
     add("an empty text to find", "tags|project.db|--find|", "--find is empty: it would find nothing");
     add("a recipe without a tag", "tags|project.db|--recipe|R>1", "--recipe \"R>1\" is not NAME=TAG");
     add("a driver database for a project", "tags|project.db|--database|x", "Unknown option 'database'");
@@ -395,18 +396,19 @@ void TestProjectTool::importRefusals_data()
 
     line("an empty name", ",1,INT(16),D1,1\n", "2: the name is empty");
     line("a system name", "S>Year,1,INT(16),D1,1\n",
-         "2: S>Year: names that begin with \"S>\" are those of system tags");
+         "2: S>Year: names that begin with \"S>\" are reserved for system tags");
     line("a system name in lower case", "s>x,1,INT(16),D1,1\n",
-         "2: s>x: names that begin with \"s>\" are those of system tags");
-    line("a recipe name", "R>1_1,1,INT(16),D1,1\n", "2: R>1_1: names that begin with \"R>\" are those of recipe tags");
+         "2: s>x: names that begin with \"s>\" are reserved for system tags");
+    line("a recipe name", "R>1_1,1,INT(16),D1,1\n",
+         "2: R>1_1: names that begin with \"R>\" are reserved for recipe tags");
     line("a name that stands twice", "A,1,INT(16),D1,1\n\nA,1,INT(16),D2,1\n", "4: A: line 2 has the same name");
     line("a name that two tags of the project have", "Twice,0,INT(16),,1\n",
          "2: Twice: 2 tags of the project have this name");
-    line("a name that would become a number", "007,0,Bit,,1\n", "2: 007: the project would keep the name as \"7\"");
+    line("a name that would become a number", "007,0,Bit,,1\n", "2: 007: the project would store the name as \"7\"");
     line("an address that would become a number", "A,1,INT(16),00001,1\n",
-         "2: A: the project would keep the address 00001 as \"1\"");
+         "2: A: the project would store the address 00001 as \"1\"");
     line("a link that the project lacks", "A,9,INT(16),D1,1\n", "2: A: the project has no link 9");
-    line("a link that is no number", "A,x,INT(16),D1,1\n", "2: A: the link \"x\" is no whole number");
+    line("a link that is no number", "A,x,INT(16),D1,1\n", "2: A: the link \"x\" is not a whole number");
     line("a link without a driver", "A,3,INT(16),D1,1\n", "2: A: link 3: there is no driver \"No PLC\"");
     line("an unknown data type", "A,1,INT(17),D1,1\n", "2: A: there is no data type \"INT(17)\"");
     line("a data type's number that is none", "A,1,12,D1,1\n", "2: A: there is no data type \"12\"");
@@ -414,7 +416,7 @@ void TestProjectTool::importRefusals_data()
     line("a register for a bit", "A,1,Bit,D1,1\n", "2: A: D1 is a word, not a bit");
     line("a station that the link lacks", "A,1,INT(16),7-D1,1\n", "2: A: link 1 has no station 7");
     line("a text without a length", "A,1,Ascii,D1,0\n", "2: A: a text needs a length, its scale, of at least 1");
-    line("a scale that is no number", "A,1,INT(16),D1,one\n", "2: A: the scale \"one\" is no whole number");
+    line("a scale that is no number", "A,1,INT(16),D1,one\n", "2: A: the scale \"one\" is not a whole number");
     line("a field too few", "A,1,INT(16),D1\n", "2: A: it has 4 fields, the first line 5");
     line("a field too many", "A,1,INT(16),D1,1,1\n", "2: A: it has 6 fields, the first line 5");
     line("a line is counted where the row begins", "A,1,INT(16),D1,1\n\"B\nB\",1,x,D1,1\n",
@@ -424,7 +426,7 @@ void TestProjectTool::importRefusals_data()
     add("an empty file", "", "1: the line of column names is missing");
     add("a column that is missing", "name,link,address\n", "1: the column \"data type\" is missing");
     add("a column that is unknown", "name,link,data type,address,colour\n", "1: there is no column \"colour\"");
-    add("a column that stands twice", "name,name,link,data type,address\n", "1: the column \"name\" stands twice");
+    add("a column that stands twice", "name,name,link,data type,address\n", "1: the column \"name\" appears twice");
 }
 
 void TestProjectTool::importRefusals()
@@ -517,7 +519,7 @@ void TestProjectTool::databasesOfAnotherKindStayAsTheyAre()
     for (const char *arguments : {"import|other.db|-", "import|other.db|-|--dry-run", "tags|other.db"}) {
         const Result result = run(argumentsOf(arguments), csv);
         QCOMPARE(result.err,
-                 QStringLiteral("zelmar-label: other.db is no project: it has neither a tag table nor a table "
+                 QStringLiteral("zelmar-label: other.db is not a project: it has neither a tag table nor a table "
                                 "LINK\n"));
         QCOMPARE(result.code, 3);
         QCOMPARE(contentOf(drivers), before);
@@ -565,7 +567,7 @@ void TestProjectTool::importIntoReadOnlyProject()
     if (QFile(path("project.db")).open(QIODevice::ReadWrite))
         QSKIP("this user may write everything");
     const Result result = run(argumentsOf("import|project.db|-"), header + QByteArray("A,0,Bit,,1\n"));
-    QCOMPARE(result.err, QStringLiteral("zelmar-label: the project project.db may not be written\n"));
+    QCOMPARE(result.err, QStringLiteral("zelmar-label: the project project.db is read-only\n"));
     QCOMPARE(result.code, 3);
     QCOMPARE(run(argumentsOf("commands|project.db|Speed")).code, 0);
 }
@@ -604,7 +606,7 @@ void TestProjectTool::exportComesBackUnchanged()
 void TestProjectTool::exportWarnsOfDoubledNames()
 {
     const Result result = run(argumentsOf("export|project.db|--json"));
-    QCOMPARE(result.err, QStringLiteral("zelmar-label: more than one tag has the name \"Twice\": import takes only "
+    QCOMPARE(result.err, QStringLiteral("zelmar-label: more than one tag has the name \"Twice\": import uses only "
                                         "the first\n"));
     QCOMPARE(result.out.section(QLatin1Char('\n'), 3, 3),
              QStringLiteral("{\"name\":\"Title\",\"link\":1,\"dataType\":\"Ascii\",\"address\":\"D300\",\"scale\":4}"));
@@ -683,7 +685,7 @@ void TestProjectTool::sampleProjectOverwritesNothing()
 {
     const QByteArray before = contentOf(path("project.db"));
     const Result result = run(argumentsOf("sample-project|project.db"));
-    QCOMPARE(result.err, QStringLiteral("zelmar-label: project.db is there already; it stays as it is\n"));
+    QCOMPARE(result.err, QStringLiteral("zelmar-label: project.db already exists; it is not changed\n"));
     QCOMPARE(result.code, 3);
     QCOMPARE(contentOf(path("project.db")), before);
 

@@ -197,21 +197,21 @@ void TestTool::outputs_data()
     add("refused only", "check|Test PLC|K4X12", 1,
         "refused  K4X12  number 12 is not a multiple of 20 (octal); 0 and 20 are; try K4X20 or K4X0\n");
     add("a station that is no number", "check|Test PLC|x-D100", 1,
-        "refused  x-D100  the station \"x\" is no decimal number; try D100\n");
+        "refused  x-D100  the station \"x\" is not a decimal number; try D100\n");
     add("a dash in an address", "check|Test PLC|D-100", 1,
-        "refused  D-100  the station \"D\" is no decimal number; try D100\n");
+        "refused  D-100  the station \"D\" is not a decimal number; try D100\n");
     add("a dash for a separator", "check|Test PLC|D100-5", 1,
-        "refused  D100-5  the station \"D100\" is no decimal number; try D1005 or D100.5\n");
+        "refused  D100-5  the station \"D100\" is not a decimal number; try D1005 or D100.5\n");
     add("no station and no address of the asked type", "check|Test PLC|--type|bit|x-D100", 1,
-        "refused  x-D100  the station \"x\" is no decimal number\n");
+        "refused  x-D100  the station \"x\" is not a decimal number\n");
     add("a station with a sign", "check|Test PLC|+2-D100", 1,
-        "refused  +2-D100  the station \"+2\" is no decimal number; try D100\n");
+        "refused  +2-D100  the station \"+2\" is not a decimal number; try D100\n");
     add("a station beyond an int", "check|Test PLC|99999999999-D100", 1,
-        "refused  99999999999-D100  the station \"99999999999\" is no decimal number; try D100\n");
+        "refused  99999999999-D100  the station \"99999999999\" is not a decimal number; try D100\n");
     add("a missing station", "check|Test PLC|--|-D100", 1,
-        "refused  -D100  the station number in front of \"-\" is missing; try D100\n");
+        "refused  -D100  the station number before \"-\" is missing; try D100\n");
     add("a second station", "check|Test PLC|1-D2-3", 1,
-        "refused  1-D2-3  a second \"-\" follows; only a station is set off by one\n");
+        "refused  1-D2-3  there is a second \"-\"; it may only separate the station\n");
     add("an empty address", "check|Test PLC|", 1, "refused    the address is empty\n");
     add("bits only", "check|Test PLC|--type|bit|D1|D1.0", 1,
         "verdict  address  station  symbol  range  number  bit  kind  register\n"
@@ -253,7 +253,7 @@ void TestTool::outputs_data()
         "\"slip\":null},\"suggestions\":[\"3-D7999\"]}\n"
         "{\"address\":\"x-D1\",\"valid\":false,\"station\":null,\"typeIndex\":null,\"format\":null,\"prefix\":null,"
         "\"range\":null,\"number\":null,\"bit\":null,\"dataType\":null,\"register\":null,"
-        "\"reason\":\"the station \\\"x\\\" is no decimal number\","
+        "\"reason\":\"the station \\\"x\\\" is not a decimal number\","
         "\"fault\":{\"kind\":\"stationNotNumber\",\"limit\":null,\"number\":null,\"position\":null,\"radix\":null,"
         "\"slip\":null},\"suggestions\":[\"D1\"]}\n");
     add("quotes and letters beyond ASCII in JSON", "check|Test PLC|--json|\"\xc3\xa4", 1,
@@ -283,7 +283,7 @@ void TestTool::outputs_data()
     add("spaced without alignment", "next|Test PLC|K4X20|--as|word|--cap|1|--unchecked", 0, "K4X21\n");
     add("beyond the limits when unchecked", "next|Test PLC|D7999|--as|word|--cap|1|--unchecked", 0, "D8000\n");
     add("never below zero, which would read as a station", "next|Test PLC|D1|--as|word|--cap|-1|--unchecked|--count|3",
-        0, "D0\n", "zelmar-label: D1 is followed by only 1 of 3 addresses: numbers do not go below 0\n");
+        0, "D0\n", "zelmar-label: D1 is followed by only 1 of 3 addresses: numbers cannot be below 0\n");
     add("the range ends", "next|Test PLC|2-D7998|--as|word|--count|3", 0, "2-D7999\n",
         "zelmar-label: 2-D7998 is followed by only 1 of 3 addresses: D ends at 7999\n");
     add("the range has ended", "next|Test PLC|D7999|--as|word", 0, "",
@@ -351,10 +351,11 @@ void TestTool::outputs_data()
     add("a block size of 0", "blocks|Test PLC|L5|--count|2", 1, "",
         "zelmar-label: L5: the driver database allows no blocks of L: its block size is 0\n");
     add("a text behind the number", "blocks|Test PLC|ST5.LEN|--count|2", 1, "",
-        "zelmar-label: ST5.LEN: addresses like ST5.LEN cannot be read in blocks: a block is named by a symbol and a "
-        "number alone\n");
+        "zelmar-label: ST5.LEN: addresses like ST5.LEN cannot be read in blocks: a block address has only a symbol and "
+        "a "
+        "number\n");
     add("bits that are one a register", "blocks|Test PLC|T:5/DN|--count|2", 1, "",
-        "zelmar-label: T:5/DN: the bits that follow do not stand side by side in registers\n");
+        "zelmar-label: T:5/DN: the bits that follow are not adjacent in registers\n");
     add("a single bit of those", "blocks|Test PLC|T:5/DN|--count|1", 0, "T:5  length 1  word\n");
     add("a start that is refused, in blocks", "blocks|Test PLC|Q9|--count|1", 1, "",
         "zelmar-label: Q9: no format begins with \"Q\"\n");
@@ -464,13 +465,13 @@ void TestTool::unreadable_data()
                                      {QStringLiteral("drivers"), QStringLiteral("--database"), QStringLiteral(".")})
                               << "there is no driver database at .; name one with --database FILE";
     QTest::newRow("no SQLite file") << check + QStringList({QStringLiteral("--database"), QStringLiteral("text")})
-                                    << "text is no driver database (file is not a database); name another with "
+                                    << "text is not a driver database (file is not a database); name another with "
                                        "--database FILE";
     QTest::newRow("no SQLite file, asked for drivers")
         << QStringList({QStringLiteral("drivers"), QStringLiteral("--database"), QStringLiteral("text")})
-        << "text is no driver database (file is not a database); name another with --database FILE";
+        << "text is not a driver database (file is not a database); name another with --database FILE";
     QTest::newRow("an empty file") << check + QStringList({QStringLiteral("--database"), QStringLiteral("empty")})
-                                   << "empty is no driver database (no such table: table_index); name another with "
+                                   << "empty is not a driver database (no such table: table_index); name another with "
                                       "--database FILE";
 }
 
@@ -559,7 +560,7 @@ void TestTool::usage_data()
     add("bits are not split", "split|Test PLC|D1|--as|bit", "--as \"bit\" is not one of byte, word, dword, qword, text",
         "split [options] --as TYPE DRIVER ADDRESS");
     add("a count that is no number", "next|Test PLC|D1|--as|word|--count|ten",
-        "--count \"ten\" is no whole number, or too large a one", "next [options] --as TYPE DRIVER ADDRESS");
+        "--count \"ten\" is not a whole number, or is too large", "next [options] --as TYPE DRIVER ADDRESS");
     add("a count of 0", "next|Test PLC|D1|--as|word|--count|0", "--count 0 is not between 1 and 1000000",
         "next [options] --as TYPE DRIVER ADDRESS");
     add("a count of a million and one", "blocks|Test PLC|D1|--count|1000001",
@@ -569,7 +570,7 @@ void TestTool::usage_data()
     add("a distance of 0", "next|Test PLC|D1|--as|word|--cap|0", "--cap 0 would repeat one address",
         "next [options] --as TYPE DRIVER ADDRESS");
     add("a distance that is no number", "next|Test PLC|D1|--as|word|--cap|1.5",
-        "--cap \"1.5\" is no whole number, or too large a one", "next [options] --as TYPE DRIVER ADDRESS");
+        "--cap \"1.5\" is not a whole number, or is too large", "next [options] --as TYPE DRIVER ADDRESS");
     add("unchecked without a distance", "next|Test PLC|D1|--as|word|--unchecked", "--unchecked needs --cap",
         "next [options] --as TYPE DRIVER ADDRESS");
     add("a length of 0", "split|Test PLC|D1|--as|text|--length|0", "--length 0 is not between 1 and 1000000",

@@ -51,7 +51,7 @@ private:
     QString m_error;
 };
 
-/// SQLite turns a text in a number column into a number where it can, "007" into 7; it leaves blobs alone.
+/// SQLite converts a text in a number column to a number if possible, "007" to 7. It does not convert blobs.
 QVariant numberValue(const QString &text)
 {
     bool isNumber = false;
@@ -116,7 +116,7 @@ void writeDriver(Script &script, const DriverText &driver)
     writeComments(script, deviceTable, tailPlace, -1, driver.tailComments);
 }
 
-/// The library puts the names of tables into its statements as they stand.
+/// The library uses table names in its statements without quotes.
 QString selectAll(const QString &table)
 {
     return QStringLiteral("SELECT * FROM %1").arg(table);
@@ -128,7 +128,7 @@ void readTables(const QSqlDatabase &db, DriverText &driver, QString &error)
     query.prepare(QStringLiteral("SELECT general_table, device_table FROM table_index WHERE name = ?"));
     query.addBindValue(driver.name);
     if (!query.exec()) {
-        error = QStringLiteral("%1 is no driver database (%2)").arg(driver.source, query.lastError().databaseText());
+        error = QStringLiteral("%1 is not a driver database (%2)").arg(driver.source, query.lastError().databaseText());
         return;
     }
     bool found = false;
@@ -141,7 +141,7 @@ void readTables(const QSqlDatabase &db, DriverText &driver, QString &error)
         error = QStringLiteral("there is no driver \"%1\" in %2").arg(driver.name, driver.source);
 }
 
-/// A driver file names its tables; other programs' tables may have any names.
+/// A driver file names its tables; tables of other programs may have any name.
 QString stemOf(const DriverText &driver)
 {
     QString stem = driver.deviceTable;
@@ -233,7 +233,7 @@ QStringList driversInDatabase(const QString &path, QString &error)
         return names;
     QSqlQuery query(connection.database());
     if (!query.exec(QStringLiteral("SELECT name, general_table, device_table FROM table_index"))) {
-        error = QStringLiteral("%1 is no driver database (%2)").arg(path, query.lastError().databaseText());
+        error = QStringLiteral("%1 is not a driver database (%2)").arg(path, query.lastError().databaseText());
         return names;
     }
     while (query.next())
@@ -278,7 +278,7 @@ bool writeDriverDatabase(const QString &path, const QList<DriverText> &drivers, 
 {
     const QFileInfo target(path);
     const QString folder = target.absolutePath();
-    // Within the folder of the result, so that the rename at the end stays within one file system.
+    // In the folder of the result, so that the final rename stays within one file system.
     if (!QDir().mkpath(folder)) {
         error = QStringLiteral("the folder %1 cannot be made").arg(folder);
         return false;
@@ -297,7 +297,7 @@ bool writeDriverDatabase(const QString &path, const QList<DriverText> &drivers, 
     }
     if (!error.isEmpty())
         return false;
-    // Unlike QFile::rename, this replaces the file that was there.
+    // Unlike QFile::rename, this replaces an existing file.
     if (std::rename(QFile::encodeName(made).constData(), QFile::encodeName(target.absoluteFilePath()).constData()) == 0)
         return true;
     error = QStringLiteral("%1 cannot be replaced").arg(path);

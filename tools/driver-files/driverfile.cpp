@@ -58,8 +58,8 @@ public:
             return m_driver;
         }
         if (!isGoodStem(m_driver.stem))
-            fail(1,
-                 QStringLiteral("the file name has to be lower-case letters, digits and '_', for it names the tables"));
+            fail(1, QStringLiteral(
+                        "the file name must be lower-case letters, digits and '_', because it names the tables"));
         QList<QByteArray> lines = file.readAll().split('\n');
         if (lines.last().isEmpty())
             lines.removeLast();
@@ -73,7 +73,7 @@ private:
     void fail(int line, const QString &text) { m_errors.append({m_driver.source, line, text}); }
     void fail(const QString &text) { fail(m_line, text); }
 
-    /// Whole files are written so by some editors: told once, and read on without.
+    /// Some editors write whole files in this way: report once and continue without it.
     QByteArray withoutForeignMarks(QByteArray bytes)
     {
         if (m_line == 1 && bytes.startsWith(byteOrderMark)) {
@@ -83,8 +83,7 @@ private:
         if (!bytes.contains('\r'))
             return bytes;
         if (!m_hasCarriageReturn)
-            fail(
-                QStringLiteral("carriage return: save the file with line feeds alone, as sed -i 's/\\r$//' FILE does"));
+            fail(QStringLiteral("carriage return: save the file with line feeds only, as sed -i 's/\\r$//' FILE does"));
         m_hasCarriageReturn = true;
         return bytes.replace('\r', QByteArray());
     }
@@ -120,7 +119,7 @@ private:
     {
         m_driver.headComments += takeComments();
         if (fields.size() != 2) {
-            fail(QStringLiteral("%1 columns where a setting has 2").arg(fields.size()));
+            fail(QStringLiteral("%1 columns, but a setting has 2").arg(fields.size()));
             return;
         }
         const QString &name = fields.first();
@@ -129,7 +128,7 @@ private:
             return;
         }
         if (m_settings.contains(name))
-            fail(QStringLiteral("'%1' stands twice").arg(name));
+            fail(QStringLiteral("'%1' appears twice").arg(name));
         m_settings.append(name);
         takeSetting(name, fields.last());
         const QString fault = valueFault(name, fields.last());
@@ -159,7 +158,7 @@ private:
             if (!driverColumns().contains(column))
                 fail(QStringLiteral("unknown header '%1'").arg(column));
             else if (seen.contains(column))
-                fail(QStringLiteral("header '%1' stands twice").arg(column));
+                fail(QStringLiteral("header '%1' appears twice").arg(column));
             seen.append(column);
         }
         const QStringList wanted = driverColumns();
@@ -170,7 +169,7 @@ private:
         const QStringList settings = settingNames();
         for (const QString &name : settings) {
             if (!m_settings.contains(name))
-                fail(QStringLiteral("'%1' has to stand before the header").arg(name));
+                fail(QStringLiteral("'%1' must be before the header").arg(name));
         }
     }
 
@@ -182,7 +181,7 @@ private:
         row.comments = takeComments();
         m_driver.rows.append(row);
         if (fields.size() != m_driver.columns.size()) {
-            fail(QStringLiteral("%1 columns where the header has %2").arg(fields.size()).arg(m_driver.columns.size()));
+            fail(QStringLiteral("%1 columns, but the header has %2").arg(fields.size()).arg(m_driver.columns.size()));
             return;
         }
         for (int i = 0; i < fields.size(); ++i) {
@@ -261,7 +260,7 @@ QString valueFault(const QString &name, const QString &value)
     if (!isNumber)
         return QString();
     if (!isWholeNumber(value))
-        return QStringLiteral("'%1' is no number: '%2'").arg(name, value);
+        return QStringLiteral("'%1' is not a number: '%2'").arg(name, value);
     bool fits = false;
     value.toInt(&fits);
     return fits ? QString() : QStringLiteral("'%1' is too large a number: '%2'").arg(name, value);
@@ -297,13 +296,13 @@ QByteArray driverFileText(const DriverText &driver)
 QString textFormObstacle(const DriverText &driver)
 {
     if (holdsSeparator(driver.name))
-        return QStringLiteral("the driver's name holds a tab or a line end");
+        return QStringLiteral("the driver's name contains a tab or a line end");
     for (int i = 0; i < driver.rows.size(); ++i) {
         const QStringList &fields = driver.rows.at(i).fields;
         if (std::any_of(fields.begin(), fields.end(), holdsSeparator))
-            return QStringLiteral("row %1 holds a tab or a line end").arg(i + 1);
+            return QStringLiteral("row %1 contains a tab or a line end").arg(i + 1);
         if (!fields.isEmpty() && fields.first().startsWith(QLatin1Char('#')))
-            return QStringLiteral("row %1 begins with '#' and would read as a comment").arg(i + 1);
+            return QStringLiteral("row %1 begins with '#' and would be read as a comment").arg(i + 1);
     }
     return QString();
 }

@@ -25,7 +25,7 @@ LintFinding formFinding(const DriverFileError &error, const QString &driver)
     return finding;
 }
 
-/// Empty when there is none.
+/// Empty if there is none.
 QString samplesOf(const QString &path, const QString &sampleFolder)
 {
     const QFileInfo file(path);
@@ -54,19 +54,19 @@ void lintDriver(const DriverText &driver, const QList<DriverSample> &samples, QL
     lintForm(context);
     if (!context.isRead())
         return;
-    // The order in which a person mends a row, and in which later ones are silent about it.
+    // The order in which a person corrects a row. Later checks skip rows with earlier errors.
     lintNumbers(context);
     lintScripts(context);
     lintRules(context);
     lintPatterns(context);
     lintRuns(context);
     lintBits(context);
-    // Before the rest adds rows of families.
+    // Before the other checks add rows of families.
     lintSamples(context);
     lintReach(context);
 }
 
-/// The findings of the whole driver first, then row by row, those of samples at the end.
+/// First the findings of the whole driver, then row by row, then those of samples.
 bool isBefore(const LintFinding &left, const LintFinding &right)
 {
     const auto isOfSample = [](const LintFinding &finding) { return finding.id.startsWith(QLatin1String("sample-")); };
@@ -84,19 +84,18 @@ public:
         LintReport report(driver, findings);
         const QString place = placeOf(driver);
         if (m_drivers.contains(driver.name))
-            report.error(
-                "doubled-driver", QStringLiteral("driver"),
-                QStringLiteral("driver '%1' stands already in %2").arg(driver.name, m_drivers.value(driver.name)),
-                QStringLiteral("give each driver a name of its own: of two only the last is ever read"),
-                driver.nameLine);
+            report.error("doubled-driver", QStringLiteral("driver"),
+                         QStringLiteral("driver '%1' is already in %2").arg(driver.name, m_drivers.value(driver.name)),
+                         QStringLiteral("give each driver its own name: of two only the last is read"),
+                         driver.nameLine);
         else
             m_drivers.insert(driver.name, place);
         const QString table = driver.deviceTable.isEmpty() ? driver.stem + QLatin1String("_types") : driver.deviceTable;
         if (m_tables.contains(table) && m_tables.value(table) != driver.name)
             report.error(
                 "doubled-table", QStringLiteral("device_table"),
-                QStringLiteral("the table '%1' belongs already to the driver '%2'").arg(table, m_tables.value(table)),
-                QStringLiteral("give the file, and so the tables, a name of its own"), driver.nameLine);
+                QStringLiteral("the table '%1' already belongs to the driver '%2'").arg(table, m_tables.value(table)),
+                QStringLiteral("give the file, and so its tables, its own name"), driver.nameLine);
         else
             m_tables.insert(table, driver.name);
     }
@@ -163,7 +162,7 @@ bool DriverLinter::addDatabase(const QString &path, const QStringList &names, QS
         const DriverText driver = readDatabaseDriver(path, known.at(i), error);
         if (!error.isEmpty())
             return false;
-        // A custom label that has been switched back to the default one has no tables.
+        // A custom label that was switched back to the default one has no tables.
         if (driver.generalTable.isEmpty() && driver.deviceTable.isEmpty())
             continue;
         addDatabaseDriver(driver, known.indexOf(known.at(i)) < i, sampleFolder);
@@ -175,7 +174,7 @@ void DriverLinter::addDatabaseDriver(const DriverText &driver, bool isDoubled, c
 {
     Entry entry;
     entry.driver = driver;
-    // Of two with one name the same is read.
+    // Two drivers of one name give the same driver when read.
     entry.isReadable = !isDoubled;
     const QString samples = QDir(sampleFolder).filePath(driver.stem + QLatin1String(".tsv"));
     QList<DriverFileError> errors;

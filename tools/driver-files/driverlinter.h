@@ -10,66 +10,65 @@
 #include <QList>
 #include <QString>
 
-/// One thing that is wrong with a driver.
+/// One error or warning about a driver.
 struct LintFinding
 {
     enum class Severity {
-        Warning, ///< works, but hardly as it is meant
-        Error,   ///< addresses are refused, misread, or cannot be reached
+        Warning, ///< works, but is usually a mistake
+        Error,   ///< addresses are refused, misread, or never found
     };
 
     Severity severity = Severity::Error;
-    /// What kind of fault it is: a short word that does not change.
+    /// The kind of fault: a fixed short word.
     QString id;
-    /// The driver file, sample file or database, and the line in it, from 1; 0 where there are no lines.
+    /// The driver file, sample file or database, and the line in it, from 1; 0 if there are no lines.
     QString source;
     int line = 0;
     QString driver;
-    /// The row's place in the driver, from 1; 0 when it is the whole driver.
+    /// The row's number in the driver, from 1; 0 for the whole driver.
     int row = 0;
     QString pattern;
     QString description;
-    /// The column or setting; empty when it is none in particular.
+    /// The column or setting; may be empty.
     QString column;
-    /// What is wrong, and what to do, each a sentence without capital and full stop.
+    /// The problem and the advice, each a sentence without capital and full stop.
     QString what;
     QString advice;
 
     bool isError() const { return severity == Severity::Error; }
-    /// "file:line: error: what; advice", with the driver and the row in place of the line where there are no lines.
+    /// "file:line: error: what; advice", with the driver and the row in place of a missing line.
     QString toString() const;
 };
 
 bool hasErrors(const QList<LintFinding> &findings);
 
-/// Finds what is wrong with drivers, by asking the library itself what it makes of them. Scripts are those of the
-/// folder "scripts" beside the program.
+/// Finds errors in drivers with the library itself. Scripts are read from the folder "scripts" beside the program.
 ///
-/// Writes to the debug log what the library writes; a script may print. docs/driver-authors-guide.md tells driver
-/// authors of each finding.
+/// The library and scripts may write to the debug log. docs/driver-authors-guide.md describes each finding for driver
+/// authors.
 class DriverLinter
 {
 public:
-    /// Adds a driver. Drivers that are added together are also held against each other.
+    /// Adds a driver. Drivers that are added together are also compared with each other.
     void add(const DriverText &driver, const QList<DriverSample> &samples = {});
 
     /// Adds a driver file with its samples: `samples/NAME.tsv` or `NAME.samples.tsv` beside it, or `NAME.tsv` of
-    /// `sampleFolder`. None is no fault. What is wrong with the form of the files becomes a finding, and a file with
-    /// such a fault is not examined further.
+    /// `sampleFolder`. Samples are optional. An error in the form of the files becomes a finding, and such a file is
+    /// not examined further.
     void addFile(const QString &path, const QString &sampleFolder = QString());
 
-    /// Adds the drivers of a database, or only those with the names, with the samples that `sampleFolder` has under the
-    /// names of their tables. False with a sentence in `error` on failure, also when there is no driver of a name.
+    /// Adds the drivers of a database, or only those with the names. Their samples are files in `sampleFolder` with the
+    /// names of their tables. False with a sentence in `error` on failure, also if there is no driver of a name.
     bool addDatabase(const QString &path, const QStringList &names, QString &error,
                      const QString &sampleFolder = QString());
 
-    /// The drivers that have been added, without files whose form is wrong.
+    /// The added drivers, without files that have an invalid form.
     QList<DriverText> drivers() const;
     int countSamples() const;
-    /// Those of the driver with the name.
+    /// The drivers with this name.
     int countSamples(const QString &driver) const;
 
-    /// All findings, driver by driver in the order in which they were added, row by row.
+    /// All findings, by driver in the order of addition, then by row.
     QList<LintFinding> findings() const;
 
 private:

@@ -77,13 +77,13 @@ private:
         }
         m_hasHeader = true;
         if (fields != sampleColumns())
-            fail(QStringLiteral("the header has to be: ") + sampleColumns().join(QLatin1Char(' ')));
+            fail(QStringLiteral("the header must be: ") + sampleColumns().join(QLatin1Char(' ')));
     }
 
     void readSample(const QStringList &fields)
     {
         if (fields.size() != sampleColumns().size()) {
-            fail(QStringLiteral("%1 columns where a sample has %2").arg(fields.size()).arg(sampleColumns().size()));
+            fail(QStringLiteral("%1 columns, but a sample has %2").arg(fields.size()).arg(sampleColumns().size()));
             return;
         }
         const int errorsBefore = m_errors.size();
@@ -114,9 +114,9 @@ private:
         sample.next = textOf(fields.at(7));
         sample.registerAddress = textOf(fields.at(8));
         if (!isNumber)
-            fail(QStringLiteral("the number '%1' is none").arg(fields.at(4)));
+            fail(QStringLiteral("the number '%1' is not valid").arg(fields.at(4)));
         if (!isBit)
-            fail(QStringLiteral("the bit '%1' is no number").arg(fields.at(5)));
+            fail(QStringLiteral("the bit '%1' is not a number").arg(fields.at(5)));
         if (sample.step < 0)
             fail(QStringLiteral("the step '%1' is not one of %2")
                      .arg(fields.at(6), stepNames().join(QLatin1String(", "))));

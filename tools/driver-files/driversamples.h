@@ -13,7 +13,7 @@ namespace label {
 class LabelLoader;
 }
 
-/// An address with the answers that a driver has to give; one line of a sample file.
+/// An address with the answers that a driver must give; one line of a sample file.
 struct DriverSample
 {
     QString file;
@@ -21,31 +21,31 @@ struct DriverSample
     bool isAccepted = false;
     /// Without station.
     QString address;
-    /// The rows that are asked: -1 any, 0 bit rows, any other value register rows.
+    /// The rows to query: -1 any, 0 bit rows, any other value register rows.
     int filter = -1;
-    /// What follows is told of accepted addresses only. Empty texts stand for "-".
+    /// The following values exist only for accepted addresses. Empty texts mean "-".
     QString symbol;
     int number = -1;
     int bit = -1;
-    /// The data type of a run, and the address that follows in it.
+    /// The data type of a run, and the next address in it.
     int step = 0;
     QString next;
     /// The register that holds the bit.
     QString registerAddress;
 };
 
-/// A sample that the driver answers otherwise.
+/// A sample for which the driver gives another answer.
 struct SampleFault
 {
     enum class Kind {
-        Refused,  ///< it has to be accepted
-        Accepted, ///< it has to be refused
+        Refused,  ///< it must be accepted
+        Accepted, ///< it must be refused
         Symbol,
         Number,
         Bit,
-        Next,     ///< the address behind it
+        Next,     ///< the next address
         Register, ///< the register that holds the bit
-        Block,    ///< the address of a block that begins with it is another item
+        Block,    ///< a block that begins with this address reads another item
     };
 
     Kind kind = Kind::Refused;
@@ -54,10 +54,10 @@ struct SampleFault
     QString text;
 };
 
-/// Reads a sample file. Errors of the form are collected; a line with an error gives no sample.
+/// Reads a sample file. Collects errors of the form; a line with an error gives no sample.
 QList<DriverSample> readDriverSamples(const QString &path, QList<DriverFileError> &errors);
 
-/// What the label answers otherwise than the sample wants. Addresses of dynamic families add rows to the label.
+/// The label's answers that differ from the sample. Addresses of dynamic families add rows to the label.
 QList<SampleFault> sampleFaults(label::LabelLoader &label, const DriverSample &sample);
 
 #endif

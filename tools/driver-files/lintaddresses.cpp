@@ -17,9 +17,9 @@ using namespace label;
 
 namespace {
 
-/// Beyond these, more texts of a row tell nothing new.
+/// More texts of a row than this show nothing new.
 constexpr int mostAddresses = 32;
-/// So many texts of a row get the numbers at the row's ends.
+/// This many texts of a row get the numbers at the row's ends.
 constexpr int mostWithEnds = 8;
 
 class AddressMaker
@@ -64,7 +64,7 @@ private:
             m_row.addresses.append(text);
     }
 
-    /// The text with the ends of the row and a number between in the place of its own.
+    /// The text with its number replaced by the ends of the row and a number between them.
     void takeNumbers(const QString &text)
     {
         if (!m_row.hasLimits() || m_row.matches.size() > mostWithEnds)
@@ -77,7 +77,7 @@ private:
         for (const int number : {first, last, middle}) {
             const QString digits = numberText(number, m_row.formatter.base());
             accept(m_row.formatter.withNumber(text, digits));
-            // Where the number of digits is part of the notation.
+            // For notations with a fixed number of digits.
             accept(m_row.formatter.withNumber(text, digits.rightJustified(width, QLatin1Char('0'))));
         }
     }
@@ -95,7 +95,7 @@ void makeAddresses(LintRow &row, const QList<DriverSample> &samples)
 
 DynamicLabelCreatorInterface &familyCreator(const QString &driver)
 {
-    // Kept to the end of the process, since a creator cannot be given back whole.
+    // Kept to the end of the process, since a creator cannot be freed completely.
     static auto &creators = *new QHash<QString, DynamicLabelCreatorInterface *>;
     DynamicLabelCreatorInterface *&creator = creators[driver];
     if (!creator)

@@ -10,7 +10,7 @@ using namespace label;
 
 namespace {
 
-/// Bit parts that makers write: decimal and hexadecimal, with and without a zero in front.
+/// Usual bit parts: decimal and hexadecimal, with and without a leading zero.
 QStringList bitTexts()
 {
     QStringList texts;
@@ -24,7 +24,7 @@ QStringList bitTexts()
     return texts;
 }
 
-/// Holds the bits that a pattern allows against those that the rule can read and step to.
+/// Compares the bits that a pattern accepts with those that the rule can read and step to.
 class BitCheck
 {
 public:
@@ -71,10 +71,10 @@ private:
         if (offset < 0) {
             fail(
                 QStringLiteral("the pattern accepts %1, whose bit the rule '%2' cannot read").arg(address, m_rule.text),
-                QStringLiteral("give the rule the radix in which the pattern has the bit, or narrow the pattern"));
+                QStringLiteral("give the rule the radix of the bit in the pattern, or narrow the pattern"));
             return false;
         }
-        // Rules of this kind have no radix in which a run could go on.
+        // Rules of this kind have no radix for a run.
         if (m_row.formatter.bitbase() < 0)
             return true;
         int word = 0;
@@ -89,22 +89,22 @@ private:
         return isFollowed(address, offset);
     }
 
-    /// Runs hold the bit, and not the word, against the limits.
+    /// Runs compare the bit, not the word, with the limits.
     void checkLimits(const QString &address)
     {
         const int offset = m_row.formatter.getbitOffset(address);
-        // Without a radix to step in there are no runs.
+        // There are no runs without a radix.
         if (m_isCutTold || m_row.formatter.bitbase() < 0 || !m_row.hasLimits() || m_row.formatter.isRangeValid(offset))
             return;
         m_isCutTold = true;
         m_context.report.rowWarning(
             m_row.index, "bits-cut", offset < *m_row.first ? "start" : "end",
-            QStringLiteral("runs leave out bit %1, as in %2: it is the bit that they hold against 'start' and 'end'")
+            QStringLiteral("runs omit bit %1, as in %2: they compare the bit with 'start' and 'end'")
                 .arg(QString::number(offset), address),
-            QStringLiteral("begin at 0 and end at the last bit or later; leave out words by the pattern"));
+            QStringLiteral("begin at 0 and end at the last bit or later; exclude words with the pattern"));
     }
 
-    /// The rule must not step to bits that the pattern does not have.
+    /// The rule must not step to bits that the pattern refuses.
     bool isFollowed(const QString &address, int offset)
     {
         CommunicatorCommand command;
@@ -114,9 +114,9 @@ private:
         const QString next = run.size() == 2 ? run.at(1).address : QString();
         if (next.isEmpty() || m_row.formatter.isDeviceAddressValid(next) || !isOfSameWord(address, next))
             return true;
-        fail(QStringLiteral("the rule '%1' lets bit %2 be followed by %3, which the pattern does not have")
+        fail(QStringLiteral("the rule '%1' lets bit %2 be followed by %3, which the pattern refuses")
                  .arg(m_rule.text, QString::number(offset), next),
-             QStringLiteral("give the rule the radix and the last bit that the pattern has"));
+             QStringLiteral("give the rule the radix and the last bit of the pattern"));
         return false;
     }
 

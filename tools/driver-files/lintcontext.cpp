@@ -102,7 +102,7 @@ QString LintContext::field(int index, const char *column) const
     return driver.field(driver.rows.at(index), QLatin1String(column));
 }
 
-/// By way of a database, as programs read drivers: what the reader makes of a column is the reader's affair.
+/// Read from a database, as programs do, so that the reader interprets the columns.
 void LintContext::readLabel()
 {
     const SqliteConnection connection(QStringLiteral(":memory:"), SqliteConnection::Mode::Write);

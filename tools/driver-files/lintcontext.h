@@ -30,16 +30,16 @@ public:
     {
     }
 
-    /// Of the whole driver; `line` 0 for the first line of the file.
+    /// For the whole driver; `line` 0 means the first line of the file.
     void error(const char *id, const QString &column, const QString &what, const QString &advice, int line = 0);
-    /// Of the row at `index`, from 0.
+    /// For the row at `index`, from 0.
     void rowError(int index, const char *id, const char *column, const QString &what, const QString &advice);
     void rowWarning(int index, const char *id, const char *column, const QString &what, const QString &advice);
-    /// Of the row at `index`, or of the whole driver for -1, by a sample.
+    /// For the row at `index`, or the whole driver if it is -1, from a sample.
     void sampleFault(int index, const char *id, const char *column, const DriverSample &sample, const QString &what,
                      const QString &advice);
 
-    /// True when the row has a finding that is an error.
+    /// True if the row has an error.
     bool isWrong(int index) const;
 
 private:
@@ -54,19 +54,18 @@ private:
 struct LintRow
 {
     int index = 0;
-    /// As the library reads it; of a family's template the row of one of its members.
+    /// As the library reads it; for a family's template the row of one member.
     label::CommandFormatter formatter;
     bool isTemplate = false;
-    /// False for a template that no creator of this driver asks for.
+    /// False for a template that the driver's creator does not use.
     bool isMember = false;
-    /// True when the rule names a script file that is there.
+    /// True if the rule names an existing script file.
     bool isScripted = false;
-    /// True when that script does not end: the row is not asked again.
+    /// True if that script does not end: the row is not queried again.
     bool isEndless = false;
     std::optional<int> first;
     std::optional<int> last;
-    /// Texts that the pattern matches, whatever their number, and those of them that the row accepts. A few of each
-    /// kind.
+    /// Texts that the pattern matches, with any number, and those of them that the row accepts. A few of each kind.
     QStringList matches;
     QStringList addresses;
 
@@ -75,7 +74,7 @@ struct LintRow
     QString symbolAddress(int number) const;
 };
 
-/// One driver under examination: its text, and what the library makes of it.
+/// One driver under examination: its text, and its label in the library.
 class LintContext
 {
 public:
@@ -83,7 +82,7 @@ public:
     ~LintContext();
     Q_DISABLE_COPY(LintContext)
 
-    /// True when the library has a row for each row of the text.
+    /// True if the library has a row for each row of the text.
     bool isRead() const { return m_label != nullptr; }
     QString readError() const { return m_readError; }
 
@@ -95,8 +94,7 @@ public:
     std::vector<LintRow> rows;
 
     label::LabelLoader &label() const { return *m_label; }
-    /// The row of the text that the label's row belongs to: of a row that came with an address of a family the
-    /// template; -1 for none.
+    /// The row of the text for a row of the label. For a row of a family it is the template; -1 for none.
     int ownRow(int labelRow) const;
 
 private:
@@ -107,18 +105,18 @@ private:
     QString m_readError;
 };
 
-/// \name The concerns
+/// \name The checks
 ///@{
-/// Columns, values, names: what needs no library row.
+/// Columns, values, names: checks that need no library row.
 void lintForm(const LintContext &context);
 void lintPatterns(LintContext &context);
 void lintNumbers(LintContext &context);
 void lintRules(LintContext &context);
-/// Addresses that the library writes otherwise than the pattern takes them.
+/// Addresses that the library writes in a form that the pattern refuses.
 void lintRuns(LintContext &context);
 void lintBits(LintContext &context);
 void lintScripts(LintContext &context);
-/// Rows that earlier ones take the addresses from, registers and families without a row.
+/// Rows that are hidden by earlier rows, and registers and families without a row.
 void lintReach(LintContext &context);
 void lintSamples(LintContext &context);
 ///@}

@@ -40,10 +40,9 @@ private:
         if (m_driver.name.contains(QLatin1Char('\'')))
             m_report.error("driver-name", QStringLiteral("driver"),
                            QStringLiteral("the name \"%1\" breaks the statement that looks for it").arg(m_driver.name),
-                           QStringLiteral("take the apostrophe out of the name"));
+                           QStringLiteral("remove the apostrophe from the name"));
         if (m_driver.rows.isEmpty() && !m_driver.columns.isEmpty())
-            m_report.error("no-rows", QString(),
-                           QStringLiteral("the driver has no rows, so that it refuses everything"),
+            m_report.error("no-rows", QString(), QStringLiteral("the driver has no rows, so it refuses everything"),
                            QStringLiteral("add a row for each address format"));
     }
 
@@ -57,19 +56,19 @@ private:
             m_report.error("driver-limit", setting, QStringLiteral("'%1' is %2").arg(setting, value), advice);
     }
 
-    /// Names go into the library's statements as they stand.
+    /// The library uses names in its statements without quotes.
     void checkTables()
     {
         for (const QString &table : {m_driver.generalTable, m_driver.deviceTable}) {
             const bool isFile = m_driver.generalTable.isEmpty() && m_driver.deviceTable.isEmpty();
             if (isFile || canBeSelected(table))
                 continue;
-            m_report.error("table-name",
-                           table == m_driver.deviceTable ? QStringLiteral("device_table")
-                                                         : QStringLiteral("general_table"),
-                           QStringLiteral("the table name \"%1\" breaks the statement that reads the table").arg(table),
-                           QStringLiteral("take a name of letters, digits and '_' that begins with a letter and is no "
-                                          "word of SQL"));
+            m_report.error(
+                "table-name",
+                table == m_driver.deviceTable ? QStringLiteral("device_table") : QStringLiteral("general_table"),
+                QStringLiteral("the table name \"%1\" breaks the statement that reads the table").arg(table),
+                QStringLiteral("use a name of letters, digits and '_' that begins with a letter and is not an "
+                               "SQL keyword"));
         }
     }
 
@@ -86,7 +85,7 @@ private:
     void checkColumns()
     {
         if (m_driver.columns.isEmpty()) {
-            // A table that cannot be read for its name has been told.
+            // A table with an unreadable name was already reported.
             if (canBeSelected(m_driver.deviceTable))
                 m_report.error("table-missing", QStringLiteral("device_table"),
                                QStringLiteral("there is no device table \"%1\"").arg(m_driver.deviceTable),
@@ -115,7 +114,7 @@ private:
         const QString value = m_driver.field(m_driver.rows.at(index), column);
         bool isNumber = false;
         const int number = value.toInt(&isNumber);
-        // Told where it matters what the number is.
+        // Reported by the checks that need the number.
         const bool isTold =
             isNumber && number < 0 && (column == QLatin1String("blocksize") || column == QLatin1String("data_size"));
         const QString fault = valueFault(column, value);
@@ -141,11 +140,10 @@ private:
         if (!text.isEmpty() && !isContinueText(text, m_driver.rows.at(index).line > 0))
             m_report.rowError(index, "continue", "continue",
                               QStringLiteral("'continue' is neither Y nor N: '%1'").arg(text),
-                              QStringLiteral("write Y where a block must not reach over addresses that nobody asked "
-                                             "for, else N"));
+                              QStringLiteral("write Y if blocks may not span gaps, else N"));
     }
 
-    /// Files have one spelling; the library takes more.
+    /// Files allow one spelling; the library accepts more.
     static bool isContinueText(const QString &text, bool isOfFile)
     {
         static const QStringList words = {QStringLiteral("y"), QStringLiteral("yes"), QStringLiteral("n"),
@@ -156,12 +154,12 @@ private:
     void checkDoubled(int index)
     {
         const bool isBit = m_context.field(index, "type").toInt() == 0;
-        // Bits and registers are never asked for at once, so that they may be written alike.
+        // A query never asks for bits and registers together, so they may have the same text.
         const QString pattern = (isBit ? QLatin1Char('b') : QLatin1Char('r')) + m_context.field(index, "pattern");
         if (m_patterns.contains(pattern))
             m_report.rowError(index, "doubled-pattern", "pattern",
-                              QLatin1String("the pattern stands already in ") + place(m_patterns.value(pattern)),
-                              QStringLiteral("remove one of the two rows: only the first is ever found"));
+                              QLatin1String("the pattern is already used in ") + place(m_patterns.value(pattern)),
+                              QStringLiteral("remove one of the two rows: only the first is used"));
         else
             m_patterns.insert(pattern, index);
         const QString description = m_context.field(index, "description");
@@ -169,9 +167,9 @@ private:
             return;
         if (m_descriptions.contains(description))
             m_report.rowError(index, "doubled-description", "description",
-                              QLatin1String("the description stands already in ") +
+                              QLatin1String("the description is already used in ") +
                                   place(m_descriptions.value(description)),
-                              QStringLiteral("tell the rows apart: users choose by the description"));
+                              QStringLiteral("make the descriptions different: users choose by them"));
         else
             m_descriptions.insert(description, index);
     }

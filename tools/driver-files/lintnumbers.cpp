@@ -68,12 +68,12 @@ private:
                              "'m8a1' and 'm16a1' at 1)"));
     }
 
-    /// A limit that no address has is often a slip: a digit too few in the pattern, or one too many in the limit.
+    /// A limit that no address reaches is often a typing error: a digit missing in the pattern or extra in the limit.
     void checkReach(const char *column, int limit)
     {
-        // Rows of word and bit begin at 0 whatever their first word is, since runs hold the bit against the limits.
+        // Rows of word and bit always begin at 0, since runs compare the bit with the limits.
         const bool isSplit = m_row.isBit() && label::MultipleRule(m_row.formatter.ruleText()).isSplit();
-        // "fam3" reads the first bit of a word as its number, so that the last bit is none.
+        // "fam3" reads the first bit of a word as its number, so the last bit is never a number.
         const bool isWordNumber = isSplit && m_row.formatter.bitbase() < 0;
         if (isWordNumber || m_row.isScripted || m_row.isTemplate || m_row.addresses.isEmpty() ||
             (isSplit && limit == 0) || !m_row.formatter.isRangeValid(limit))
@@ -84,13 +84,13 @@ private:
             });
         if (!isReached)
             m_context.report.rowWarning(m_row.index, "limit-unreached", column,
-                                        QStringLiteral("no address with the number of '%1', %2, could be made")
+                                        QStringLiteral("found no address with the number of '%1', %2")
                                             .arg(QLatin1String(column), m_context.field(m_row.index, column)),
-                                        QStringLiteral("hold the limit against the digits that the pattern allows"));
+                                        QStringLiteral("compare the limit with the digits that the pattern allows"));
     }
 
-    /// Units of the row in the largest read. That one counts what the driver's registers mostly are: of bytes beside
-    /// words it holds twice as many.
+    /// Units of the row in the largest read. The driver's size counts its usual registers: it holds twice as many bytes
+    /// as words.
     qint64 mostUnits() const
     {
         if (m_row.isBit())
@@ -112,7 +112,7 @@ private:
         const int blocksize = m_context.field(m_row.index, "blocksize").toInt(&isNumber);
         if (isNumber && blocksize < 1)
             error("block-size", "blocksize",
-                  QStringLiteral("'blocksize' is %1: at least one unit has to fit into a block").arg(blocksize),
+                  QStringLiteral("'blocksize' is %1: at least one unit must fit into a block").arg(blocksize),
                   QStringLiteral("give the most units of one block, at least 1; with less no block can be read"));
         const qint64 most = mostUnits();
         if (most > 0 && blocksize > most)

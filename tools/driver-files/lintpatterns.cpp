@@ -13,7 +13,7 @@
 
 namespace {
 
-/// The example that the description gives, which has to be an address of the row; empty without one.
+/// The example in the description, which must be an address of the row; empty without one.
 QString describedExample(const LintRow &row)
 {
     if (!row.formatter.formatString().contains(QLatin1String("e.g. ")))
@@ -42,7 +42,7 @@ public:
                   QStringLiteral("correct the regular expression; as it is, it matches nothing"));
             return;
         }
-        // A template for which nobody asks is told elsewhere.
+        // An unused template is reported elsewhere.
         if (m_row.isTemplate && !m_row.isMember)
             return;
         if (hasGroup()) {
@@ -74,7 +74,7 @@ private:
         return false;
     }
 
-    /// A number that does not fit reads as none, and an address without a number passes.
+    /// A number that is too large is read as none, and an address without a number is accepted.
     void checkNumber()
     {
         if (m_row.isTemplate || m_row.isScripted)
@@ -86,15 +86,15 @@ private:
                 continue;
             m_context.report.rowWarning(
                 m_row.index, "digits-unbounded", "pattern",
-                QStringLiteral("%1 is accepted, since a number of so many digits cannot be read").arg(text),
-                QStringLiteral("bound the digits that count, as in 0*\\d{1,4}"));
+                QStringLiteral("%1 is accepted, because a number with so many digits cannot be read").arg(text),
+                QStringLiteral("limit the significant digits, as in 0*\\d{1,4}"));
             return;
         }
     }
 
     void checkExample()
     {
-        // Whose limits are wrong refuses everything for that reason.
+        // A row with wrong limits refuses everything for that reason.
         if (!m_row.hasLimits())
             return;
         const QString example = describedExample(m_row);
@@ -105,8 +105,8 @@ private:
             return;
         }
         if (m_row.addresses.isEmpty() && PatternTree(m_pattern.pattern()).isRead())
-            error("no-address", "pattern", QStringLiteral("no address could be made that the row accepts"),
-                  QStringLiteral("hold the pattern against 'start' and 'end': they seem to have no number in common"));
+            error("no-address", "pattern", QStringLiteral("found no address that the row accepts"),
+                  QStringLiteral("compare the pattern with 'start' and 'end': they seem to have no number in common"));
     }
 
     const LintContext &m_context;

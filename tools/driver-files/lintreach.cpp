@@ -22,7 +22,7 @@ QString nameOf(const LintContext &context, int index)
     return QStringLiteral("%1 (%2)").arg(formatName(*context.label().deviceTypesTable().formatterAt(index)), place);
 }
 
-/// Of a row that is never found: the addresses all belong to rows in front of it.
+/// For a row that is never found: earlier rows accept all its addresses.
 void lintShadow(LintContext &context, const LintRow &row)
 {
     int earlier = -1;
@@ -34,12 +34,12 @@ void lintShadow(LintContext &context, const LintRow &row)
     if (earlier < 0)
         return;
     context.report.rowError(row.index, "row-shadowed", "pattern",
-                            QStringLiteral("the row is never found: %1 and all others of its addresses belong to %2")
+                            QStringLiteral("the row is never used: %2 accepts %1 and all its other addresses")
                                 .arg(row.addresses.last(), nameOf(context, earlier)),
-                            QStringLiteral("move the row in front of that one, or narrow that one's pattern"));
+                            QStringLiteral("move the row before that one, or narrow that one's pattern"));
 }
 
-/// Addresses whose register is asked for: as the driver itself writes them, and the samples.
+/// Addresses whose register is checked: those that the driver writes, and the samples.
 QStringList bitsToConvert(const LintContext &context, const LintRow &row)
 {
     QStringList bits = row.addresses.mid(0, 12);
@@ -72,7 +72,7 @@ void lintRegister(LintContext &context, const LintRow &row)
                 row.index, "register-missing", "multiple_rule",
                 QStringLiteral("the register of %1 is %2, which no register row accepts")
                     .arg(bit, address.isEmpty() ? QStringLiteral("none") : address),
-                QStringLiteral("add the row of the register or name its symbol behind '_' in the rule; end the rule in "
+                QStringLiteral("add the row of the register or name its symbol after '_' in the rule; end the rule in "
                                "':n' if no register holds the bit"));
             return;
         }
@@ -87,7 +87,7 @@ void lintRegister(LintContext &context, const LintRow &row)
     }
 }
 
-/// Families that the driver's creator recognises and for which there is no template.
+/// Families that the driver's creator recognises but that have no template.
 void lintFamilies(LintContext &context)
 {
     QSet<QString> told;
@@ -99,7 +99,7 @@ void lintFamilies(LintContext &context)
             continue;
         told.insert(item.basePattern);
         context.report.error("family-missing", QStringLiteral("pattern"),
-                             QStringLiteral("addresses such as %1 need a row with the pattern '%2', and there is none")
+                             QStringLiteral("addresses such as %1 need a row with the pattern '%2', which is missing")
                                  .arg(address, item.basePattern),
                              QStringLiteral("add the row: drivers of this name have that family"));
     }
@@ -107,7 +107,7 @@ void lintFamilies(LintContext &context)
         if (row.isTemplate && !row.isMember)
             context.report.rowWarning(
                 row.index, "family-unknown", "pattern",
-                QStringLiteral("the pattern '%1' is a plain name, and drivers of this name have no such family")
+                QStringLiteral("the pattern '%1' is a plain name, but drivers of this name have no such family")
                     .arg(row.formatter.pattern()),
                 QStringLiteral("write a regular expression, or name the driver like the one that has the family"));
     }

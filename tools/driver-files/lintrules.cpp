@@ -42,7 +42,7 @@ private:
 
     bool isForScript() const { return m_rule.text.startsWith(scriptMark); }
 
-    /// From its third character on every rule names a file.
+    /// Every rule names a file by its text from the third character on.
     void checkFile()
     {
         const QString name = m_rule.text.mid(2);
@@ -51,8 +51,8 @@ private:
                   QStringLiteral("put it into the folder \"scripts\" beside the program, or correct the name"));
         else if (!isForScript())
             error("script-accident",
-                  QStringLiteral("the rule '%1' names the file '%2', which is in the folder scripts, so that the rule "
-                                 "does not count")
+                  QStringLiteral("the rule '%1' names the file '%2', which is in the folder scripts, so the rule is "
+                                 "ignored")
                       .arg(m_rule.text, name),
                   QStringLiteral("rename the file; if the script is meant, write the rule 'F>%1'").arg(name));
     }
@@ -68,12 +68,12 @@ private:
     void checkBitRule()
     {
         if (!hasCompoundShape()) {
-            error(
-                "bit-rule-plain",
-                QStringLiteral("a bit row needs a rule of the form separator-radix:tail, and '%1' is none: the number "
-                               "and the bit of an address cannot be read")
-                    .arg(m_rule.text),
-                QStringLiteral("write a rule such as 'dot-dec:r', or 'union-dec:n' where a bit is in no register"));
+            error("bit-rule-plain",
+                  QStringLiteral(
+                      "a bit row needs a rule of the form separator-radix:tail, but '%1' has another form: the number "
+                      "and the bit of an address cannot be read")
+                      .arg(m_rule.text),
+                  QStringLiteral("write a rule such as 'dot-dec:r', or 'union-dec:n' if no register holds the bit"));
             return;
         }
         if (!isCompound())
@@ -88,15 +88,15 @@ private:
     void unknownWord(const QString &word, const char *kind, const char *known)
     {
         error("rule-word",
-              QStringLiteral("nothing knows the %1 '%2' of the rule '%3'").arg(QLatin1String(kind), word, m_rule.text),
-              QStringLiteral("take one of %1").arg(QLatin1String(known)));
+              QStringLiteral("unknown %1 '%2' in the rule '%3'").arg(QLatin1String(kind), word, m_rule.text),
+              QStringLiteral("use one of %1").arg(QLatin1String(known)));
     }
 
     bool isRadixKnown() const
     {
         if (m_rule.isOnePart())
             return m_rule.bitRadix() >= 0;
-        // "fam3" has no radix to step in, yet its bits can be read.
+        // "fam3" has no radix for runs, but its bits can be read.
         return m_rule.bitOffset(QLatin1String("01") + m_rule.splitString() + QLatin1String("01")) >= 0;
     }
 
@@ -111,8 +111,8 @@ private:
         else if (m_rule.isOnePart() && m_rule.canConvertToRegister() &&
                  m_rule.registerAlignment() == MultipleRule::RegisterAlignment::None)
             error("rule-word",
-                  QStringLiteral("the rule '%1' says that a register holds the bit, but not which: a bit that is one "
-                                 "number needs to know how many of them a register has")
+                  QStringLiteral("the rule '%1' says that a register holds the bit, but not which one: a plain bit "
+                                 "number needs the number of bits in a register")
                       .arg(m_rule.text),
                   QStringLiteral("write ':rm8', ':rm8a1', ':rm16' or ':rm16a1', or ':n' for no register"));
     }

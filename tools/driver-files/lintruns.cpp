@@ -9,8 +9,7 @@ using namespace label;
 
 namespace {
 
-/// The address as a run writes it: with the same number and bit, but in the library's own digits. Empty where no rule
-/// makes runs.
+/// The address as a run writes it: the same number and bit in the library's digits. Empty if no rule makes runs.
 QString rewritten(const LintRow &row, const QString &address)
 {
     CommunicatorCommand command;
@@ -43,11 +42,11 @@ void lintRun(const LintContext &context, const LintRow &row)
             continue;
         context.report.rowError(
             row.index, "run-refused", "pattern",
-            QStringLiteral("runs and blocks write %1 as %2, which the row does not take for the same")
+            QStringLiteral("runs and blocks write %1 as %2, which the row does not accept as the same address")
                 .arg(address, written),
-            QStringLiteral("take numbers without leading zeros and with hexadecimal digits of both cases, as in "
-                           "0*\\d{1,4} and [0-9A-Fa-f]{1,4}; where only a full width is an address, a script makes "
-                           "the run"));
+            QStringLiteral("accept numbers without leading zeros and with hexadecimal digits of both cases, as in "
+                           "0*\\d{1,4} and [0-9A-Fa-f]{1,4}; if only full-width numbers are addresses, use a "
+                           "script for the run"));
         return;
     }
 }

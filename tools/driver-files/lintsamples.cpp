@@ -41,7 +41,7 @@ FaultWords wordsOf(SampleFault::Kind kind)
     return {"sample-refused", "pattern", ""};
 }
 
-/// The row that a refused sample was probably meant for: the first of its symbol and class.
+/// The likely row of a refused sample: the first of its symbol and class.
 int meantRow(const LintContext &context, const DriverSample &sample)
 {
     const bool isBit = sample.bit >= 0;

@@ -35,14 +35,14 @@ QScriptValue printNothing(QScriptContext *, QScriptEngine *engine)
     return engine->undefinedValue();
 }
 
-/// Reads the script a second time, since the library says of a failure no more than that it is one.
+/// Reads the script a second time, since the library reports only that it failed.
 class ScriptProbe
 {
 public:
     explicit ScriptProbe(const QString &path)
     {
         QFile file(path);
-        // What cannot be read counts as empty, as in the library.
+        // An unreadable file counts as empty, as in the library.
         const QString text = file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll()) : QString();
         m_engine.globalObject().setProperty(QStringLiteral("print"), m_engine.newFunction(printNothing));
         m_engine.evaluate(text);
@@ -66,7 +66,7 @@ public:
         return missing;
     }
 
-    /// What the function throws when it is called so; empty when it does not.
+    /// The exception of this function call; empty if there is none.
     QString thrown(const QString &name, const QScriptValueList &arguments)
     {
         m_engine.globalObject().property(name).call(QScriptValue(), arguments);
@@ -79,7 +79,7 @@ public:
         return text;
     }
 
-    /// As the library calls it, for an address of a row.
+    /// Like the library's call for an address of a row.
     QString thrownFor(const QString &name, const QString &address)
     {
         if (name == QLatin1String("init"))
@@ -110,13 +110,12 @@ QList<ScriptFault> loadFaults(ScriptHook &hook, ScriptProbe &probe, const QStrin
     if (!thrown.isEmpty())
         return {{"script-fails", QStringLiteral("init of the script '%1' fails in %2").arg(name, thrown), advice}};
     if (hook.needAligment && hook.aligmentSize == 0)
-        return {{"script-alignment",
-                 QStringLiteral("the script '%1' demands alignment to multiples of 0, which no number is").arg(name),
+        return {{"script-alignment", QStringLiteral("the script '%1' requires alignment to multiples of 0").arg(name),
                  QStringLiteral("set aligmentSize in init, or needAligment to false")}};
     return {};
 }
 
-/// What is known of one script file.
+/// The results for one script file.
 struct ExaminedScript
 {
     explicit ExaminedScript(const QString &ruleText)
@@ -126,7 +125,7 @@ struct ExaminedScript
         QElapsedTimer timer;
         timer.start();
         const bool isGood = hook.load();
-        // The library stops a script that does not end; nobody would stop the probe.
+        // The library stops an endless script, but the probe has no time limit.
         if (timer.elapsed() >= ScriptHook::deadlineSeconds * qint64(1000)) {
             faults.append(endless());
             return;
@@ -138,7 +137,7 @@ struct ExaminedScript
                            QStringLiteral("correct the script: it is empty, or cannot be read")});
     }
 
-    /// The function, as the library calls it, which stops it.
+    /// Calls the function through the library, which has a time limit.
     bool isEndless(const QString &function, const QString &address) const
     {
         CommunicatorCommand command;
@@ -179,7 +178,7 @@ void lintRow(const LintContext &context, LintRow &row, ExaminedScript &script)
         tell(script.endless());
     if (!script.faults.isEmpty() || row.matches.isEmpty())
         return;
-    // What the row accepts may be for the script to say.
+    // The script may decide what the row accepts.
     const QString address = row.addresses.isEmpty() ? row.matches.first() : row.addresses.first();
     const QStringList functions = scriptFunctions();
     for (const QString &function : functions) {

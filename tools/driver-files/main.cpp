@@ -21,8 +21,8 @@ void complain(const QString &line)
 
 } // namespace
 
-/// Compiles driver files into the driver database, if the linter finds no error in them. Every finding is told as
-/// "file:line: error: text"; after an error the database that was there stays.
+/// Compiles driver files into the driver database if the linter finds no error in them. Prints each finding as
+/// "file:line: error: text". After an error the old database stays.
 int main(int argc, char *argv[])
 {
     qInstallMessageHandler(ignoreLog);

@@ -10,11 +10,11 @@ namespace {
 
 constexpr int unbounded = -1;
 constexpr int mostTexts = 40;
-/// Addresses are shorter.
+/// No address is longer.
 constexpr int longestText = 200;
-/// Deeper patterns are not read.
+/// Deeper patterns are ignored.
 constexpr int deepest = 60;
-/// Beyond its least, a repetition without an end is tried this often.
+/// Extra repetitions to try for a repetition without an upper limit.
 constexpr int triedRepeats = 2;
 
 void addOnce(QStringList &texts, const QString &text)
@@ -30,10 +30,10 @@ struct PatternTree::Node
     enum class Kind { Characters, Sequence, Alternatives, Group, Repeat };
 
     Kind kind = Kind::Sequence;
-    /// Of `Characters`: those that can stand here, a few of each kind.
+    /// For `Characters`: the possible characters, a few of each kind.
     QString characters;
     std::vector<std::unique_ptr<Node>> children;
-    /// Of a `Group`: its number, from 1; 0 for one that captures nothing.
+    /// For a `Group`: its number, from 1; 0 if it captures nothing.
     int group = 0;
     int least = 1;
     int most = 1;
@@ -94,7 +94,7 @@ private:
         return all;
     }
 
-    /// The first texts of all parts, and then each part's others with the first ones of the rest.
+    /// The first texts of all parts, then the other texts of each part with the first ones of the rest.
     QStringList ofSequence() const
     {
         std::vector<QStringList> parts;
@@ -139,7 +139,7 @@ private:
                     addOnce(all, text.repeated(count));
             }
         }
-        // Characters that differ: "10" is neither "11" nor "00".
+        // Different characters: "10" is neither "11" nor "00".
         const bool isShort = last >= 2 && last <= longestText;
         for (int i = 0; i + 1 < inner.size() && isShort; ++i)
             addOnce(all, inner.at(i + 1) + inner.at(i).repeated(qMax(1, last - 1)));
@@ -206,7 +206,7 @@ private:
         return sequence;
     }
 
-    /// Null for what matches no text.
+    /// Null for a construct that matches no text.
     std::unique_ptr<Node> readPart()
     {
         const QChar character = take();
@@ -339,13 +339,13 @@ private:
             members.append(QChar(code));
     }
 
-    /// The ends come first, since a few have to do.
+    /// The ends come first, since only a few are used.
     static QString spread(const QString &members)
     {
         QString order;
         int low = 0;
         int high = members.size() - 1;
-        // "1" before "0": a number that begins with it is another one without it.
+        // "1" before "0": a leading "1" changes the number.
         if (members.size() > 1 && members.at(0) == QLatin1Char('0'))
             order.append(members.at(1));
         while (low <= high) {

@@ -9,9 +9,8 @@
 
 #include <memory>
 
-/// The structure of a row's pattern: enough to write texts that it should match, and to tell whether a capture group
-/// can be left out. A text is a proposal only: what stands in an assertion is not looked at, so that the caller asks
-/// the pattern itself.
+/// The structure of a row's pattern: enough to propose matching texts and to find optional capture groups. Assertions
+/// are ignored, so the caller must check each proposal with the pattern.
 class PatternTree
 {
 public:
@@ -19,13 +18,13 @@ public:
     ~PatternTree();
     Q_DISABLE_COPY(PatternTree)
 
-    /// False for a pattern with a construct that is not known here; it then proposes nothing.
+    /// False for a pattern with an unknown construct; it proposes nothing.
     bool isRead() const { return m_root != nullptr; }
 
     /// True when the pattern can match without the capture group, counted from 1.
     bool isGroupOptional(int group) const;
 
-    /// Texts of many kinds: each alternative, each number of repetitions at its ends, first and last characters.
+    /// Texts of many kinds: each alternative, least and most repetitions, first and last characters.
     QStringList proposals() const;
 
     struct Node;

@@ -23,7 +23,7 @@ QString named(const QString &address)
     return address.isEmpty() ? QStringLiteral("none") : address;
 }
 
-/// Holds one accepted sample against the row that accepts it.
+/// Checks one accepted sample against its row.
 class SampleCheck
 {
 public:
@@ -56,7 +56,7 @@ private:
     void expect(SampleFault::Kind kind, const char *what, const QString &seen, const QString &wanted)
     {
         if (seen != wanted)
-            fail(kind, QStringLiteral("the %1 of %2 is %3, and not %4 as its sample says")
+            fail(kind, QStringLiteral("the %1 of %2 is %3, not %4 as in its sample")
                            .arg(QLatin1String(what), m_sample.address, named(seen), named(wanted)));
     }
 
@@ -65,21 +65,20 @@ private:
         const QList<CommunicatorCommand> run =
             m_label.makeContinueCommand(m_row, command(m_sample.address, m_sample.step), 2);
         const QString next = run.size() > 1 ? run.at(1).address : QString();
-        expect(SampleFault::Kind::Next, "address behind that", next, m_sample.next);
+        expect(SampleFault::Kind::Next, "next address", next, m_sample.next);
         if (next.isEmpty() || next != m_sample.next)
             return;
         if (run.at(1).dataType != m_sample.step)
-            fail(SampleFault::Kind::Next,
-                 QStringLiteral("the item behind %1 is of another type").arg(m_sample.address));
-        // Runs of bits that are written as word and bit are not held against the end of the row.
+            fail(SampleFault::Kind::Next, QStringLiteral("the item after %1 has another type").arg(m_sample.address));
+        // Runs of bits with a word part are not compared with the end of the row.
         const bool mayPassEnd =
             m_sample.step == BitType && m_sample.number >= readNumber(row().end(), row().base()).value_or(-1);
         if (!mayPassEnd && m_label.addressValidation(next, m_sample.filter) != m_row)
             fail(SampleFault::Kind::Next,
-                 QStringLiteral("%1, the address behind %2, is none of this row").arg(next, m_sample.address));
+                 QStringLiteral("%1, the address after %2, is not an address of this row").arg(next, m_sample.address));
     }
 
-    /// A block command names its item by symbol and number alone.
+    /// A block command names its item only by symbol and number.
     void checkBlock()
     {
         const bool isOnePart = MultipleRule(row().ruleText()).isOnePart();
@@ -111,7 +110,7 @@ private:
                      .arg(m_sample.address));
         if (!address.isEmpty() && m_sample.bit >= m_label.datasize(registerRow) * 8)
             fail(SampleFault::Kind::Register,
-                 QStringLiteral("bit %1 of %2 lies beyond the register").arg(m_sample.bit).arg(m_sample.address));
+                 QStringLiteral("bit %1 of %2 is beyond the register").arg(m_sample.bit).arg(m_sample.address));
     }
 
     LabelLoader &m_label;

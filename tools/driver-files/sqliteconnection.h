@@ -10,12 +10,12 @@
 
 struct DriverText;
 
-/// A SQLite file, open for as long as this object lives.
+/// A SQLite file, open during the lifetime of this object.
 class SqliteConnection
 {
 public:
     enum class Mode {
-        Read,  ///< the file has to be there
+        Read,  ///< the file must exist
         Write, ///< it is made if it is not; ":memory:" makes a database without a file
     };
 
@@ -24,7 +24,7 @@ public:
     Q_DISABLE_COPY(SqliteConnection)
 
     const QSqlDatabase &database() const { return m_db; }
-    /// Why the file is not open, as a sentence; empty when it is.
+    /// Why the file is not open, as a sentence; empty if it is.
     const QString &error() const { return m_error; }
 
 private:
@@ -33,7 +33,7 @@ private:
     QString m_error;
 };
 
-/// Makes the tables of a driver database with these drivers in an empty one. False with SQLite's words in `error`.
+/// Makes the tables of a driver database with these drivers. False with SQLite's message in `error`.
 bool fillDriverDatabase(const QSqlDatabase &db, const QList<DriverText> &drivers, QString &error);
 
 #endif

@@ -24,7 +24,7 @@ bool isDecimal(const QString &text)
                                    [](QChar digit) { return digit >= QLatin1Char('0') && digit <= QLatin1Char('9'); });
 }
 
-/// Not every project names its links: the library does not ask for it.
+/// The library does not require link names, so some projects have none.
 QString nameOfLink(const TagSystem &tags, int id)
 {
     QSqlQuery query(tags.database());
@@ -54,11 +54,11 @@ QString StationAddress::problem() const
         return QString();
     const QString text = station.chopped(1);
     if (text.isEmpty())
-        return tr("the station number in front of \"-\" is missing");
+        return tr("the station number before \"-\" is missing");
     if (!isDecimal(text))
-        return tr("the station \"%1\" is no decimal number").arg(text);
+        return tr("the station \"%1\" is not a decimal number").arg(text);
     if (device.contains(QLatin1Char('-')))
-        return tr("a second \"-\" follows; only a station is set off by one");
+        return tr("there is a second \"-\"; it may only separate the station");
     return QString();
 }
 
@@ -90,7 +90,7 @@ LinkInfo AddressJudge::readLink(int id)
     link.isEnabled = m_tags.getAllEnabledLinkID().contains(id);
     link.stations = m_tags.stationList(id);
     link.label = m_tags.getLable(id);
-    // The store makes an empty label for a driver that the database does not hold.
+    // The store makes an empty label for a driver that is not in the database.
     if (link.label && link.label->countRegisterTypes() == 0)
         link.label = nullptr;
     return link;
@@ -125,7 +125,7 @@ AddressVerdict AddressJudge::judge(int linkId, int dataType, const QString &addr
         return {tr("link %1 has no station %2").arg(QString::number(owner.id), QString::number(parts.number())), {}};
     const label::AddressDiagnosis diagnosis =
         label::diagnoseAddress(*owner.label, parts.device, m_tags.getCommunicatorCommandDataType(dataType));
-    // More strictly than the library, which holds the first address of a new family against nothing.
+    // Stricter than the library, which does not check the first address of a new family.
     if (diagnosis.kind == label::AddressDiagnosis::Kind::Accepted)
         return {};
     AddressVerdict verdict;

@@ -16,33 +16,33 @@ namespace label {
 class LabelInterface;
 }
 
-/// A project's connection to a device.
+/// A link of a project.
 struct LinkInfo
 {
     int id = 0;
-    /// Of a project that names its links; else empty.
+    /// Empty if the project does not name its links.
     QString name;
     QString driver;
     bool exists = false;
     bool isEnabled = true;
     /// Ascending.
     QList<int> stations;
-    /// Null for the internal tags' link 0, and where the driver is missing. The library owns it.
+    /// Null for link 0 of internal tags, and for a missing driver. The library owns it.
     label::LabelInterface *label = nullptr;
 
-    /// What to call it in lists.
+    /// The link's name in lists.
     QString title() const;
 
 private:
     Q_DECLARE_TR_FUNCTIONS(LinkInfo)
 };
 
-/// An address as its link's device sees it.
+/// The check result of an address on its link's device.
 struct AddressVerdict
 {
-    /// Why there is no such address; empty when there is.
+    /// Why there is no such address; empty if there is.
     QString reason;
-    /// Nearest good addresses, best first.
+    /// Nearest valid addresses, best first.
     QStringList suggestions;
 
     bool isAccepted() const { return reason.isEmpty(); }
@@ -53,17 +53,17 @@ struct StationAddress
 {
     explicit StationAddress(const QString &text);
 
-    /// Why the station is none; empty when it is one, or there is none. The library takes any text as station 0 and
-    /// drops what follows a second "-", which hides slips of the pen.
+    /// Why the station is invalid; empty if it is valid or missing. The library reads any text as station 0 and drops
+    /// the text after a second "-", which hides typing errors.
     QString problem() const;
 
-    /// -1 when there is none.
+    /// -1 if there is none.
     int number() const { return station.isEmpty() ? -1 : station.chopped(1).toInt(); }
 
-    /// `address`, a device address, at this one's station.
+    /// `address`, a device address, with the station of this one.
     QString at(const QString &address) const { return station + address; }
 
-    /// With its "-"; empty when there is none.
+    /// With its "-"; empty if there is none.
     QString station;
     QString device;
 
@@ -71,9 +71,9 @@ private:
     Q_DECLARE_TR_FUNCTIONS(StationAddress)
 };
 
-/// Says whether tags have addresses that their devices know, more strictly than the library: a station has to be a
-/// number, and one of the link's, and the first address of a dynamic family has to lie within the family's limits.
-/// Remembers the links of one project from the first question on.
+/// Checks the addresses of tags with stricter rules than the library: a station must be a number and a station of the
+/// link, and the first address of a dynamic family must be within the family's limits. Stores the links of one project
+/// at the first call.
 class AddressJudge
 {
     Q_DECLARE_TR_FUNCTIONS(AddressJudge)
@@ -86,7 +86,7 @@ public:
 
     const LinkInfo &link(int id);
 
-    /// The internal tags' link 0 first, then the project's, by number.
+    /// First link 0 of the internal tags, then the project's links by number.
     const QList<int> &links();
 
 private:

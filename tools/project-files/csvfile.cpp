@@ -11,7 +11,7 @@
 
 namespace {
 
-/// The parser's state and what it has found.
+/// The parser's state and its results.
 class Reader
 {
 public:
@@ -46,7 +46,7 @@ private:
         m_hasEnded = false;
         const auto size = static_cast<std::size_t>(text.size());
         if (csv_parse(&m_parser, text.constData(), size, &Reader::addField, &Reader::endRow, this) != size)
-            fail(line, QCoreApplication::translate("CsvFile", "a quote stands where none belongs (%1)")
+            fail(line, QCoreApplication::translate("CsvFile", "unexpected quote (%1)")
                            .arg(QLatin1String(csv_strerror(csv_error(&m_parser)))));
         m_isInRow = !m_hasEnded && (m_isInRow || !text.trimmed().isEmpty());
     }

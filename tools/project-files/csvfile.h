@@ -11,14 +11,14 @@
 
 class QIODevice;
 
-/// One row of a CSV file, and the line that it begins on, from 1.
+/// One row of a CSV file, and its first line, from 1.
 struct CsvRow
 {
     int line = 0;
     QStringList fields;
 };
 
-/// What stands in a CSV file, or why it cannot be read.
+/// The content of a CSV file, or why it cannot be read.
 struct CsvContent
 {
     QList<CsvRow> rows;
@@ -29,7 +29,7 @@ struct CsvContent
 /// Reads UTF-8 with or without a byte order mark. Blank lines are no rows.
 CsvContent readCsv(QIODevice &device);
 
-/// One row, without the line end. Every field stands in quotes.
+/// One row, without the line end. Every field is quoted.
 QByteArray csvLine(const QStringList &fields);
 
 #endif

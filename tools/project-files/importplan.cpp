@@ -22,16 +22,16 @@ QString reservedName(const TagSystem &tags, const QString &name)
     if (name.isEmpty())
         return Texts::tr("the name is empty");
     if (tags.isSystemTag(name))
-        return Texts::tr("names that begin with \"%1\" are those of system tags").arg(name.left(2));
+        return Texts::tr("names that begin with \"%1\" are reserved for system tags").arg(name.left(2));
     if (tags.isRecipeTag(name))
-        return Texts::tr("names that begin with \"%1\" are those of recipe tags").arg(name.left(2));
+        return Texts::tr("names that begin with \"%1\" are reserved for recipe tags").arg(name.left(2));
     return QString();
 }
 
 QString changedName(const StoredText &stored, const QString &name)
 {
     const QString kept = stored.name(name);
-    return kept == name ? QString() : Texts::tr("the project would keep the name as \"%1\"").arg(kept);
+    return kept == name ? QString() : Texts::tr("the project would store the name as \"%1\"").arg(kept);
 }
 
 } // namespace
@@ -104,7 +104,7 @@ QString ImportPlan::refusalOf(const PlainTag &tag) const
         return reason;
     const QString kept = m_stored.address(tag.address);
     if (kept != tag.address)
-        return Texts::tr("the project would keep the address %1 as \"%2\"").arg(tag.address, kept);
+        return Texts::tr("the project would store the address %1 as \"%2\"").arg(tag.address, kept);
     return m_refusal(tag.link, tag.dataType, tag.address, tag.scale);
 }
 

@@ -15,11 +15,11 @@
 
 class TagSystem;
 
-/// Why the link's device has no item of the type at the address; empty when it has. `scale` is a text's length.
+/// Why the link's device has no item of the type at the address; empty if it has. `scale` is a text's length.
 using AddressRefusal = std::function<QString(int linkId, int dataType, const QString &address, int scale)>;
 
-/// What importing a CSV file would do to a project: tags to add, tags to change, and rows that are refused. Rows are
-/// read and tags written one at a time, so that the caller can show progress and stop in between.
+/// The changes of a CSV import to a project: tags to add, tags to change, and refused rows. It reads rows and writes
+/// tags one at a time, so that the caller can show progress and cancel.
 class ImportPlan
 {
 public:
@@ -32,10 +32,10 @@ public:
 
     ImportPlan(TagSystem &tags, const AddressRefusal &refusal);
 
-    /// Why a new tag, or a tag's new name, cannot be called so by its form; empty when it can.
+    /// Why this text cannot be the name of a new or renamed tag by its form; empty if it can.
     static QString nameRefusal(const TagSystem &tags, const StoredText &stored, const QString &name);
 
-    /// The tags as they are when the import begins. False, with the database's reason, when they cannot be read.
+    /// Reads the tags before the import. False, with the database's message, if they cannot be read.
     bool readKnownTags(const QSqlDatabase &project, QString &error);
 
     void readRow(const TagColumns &columns, const CsvRow &row);
@@ -46,7 +46,7 @@ public:
     int unchanged() const { return m_unchanged; }
 
     int writeCount() const { return added() + changed(); }
-    /// Writes tag `index` of `writeCount`. False when the project refuses.
+    /// Writes tag `index` of `writeCount`. False if the project refuses it.
     bool write(int index);
 
 private:

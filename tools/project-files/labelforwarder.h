@@ -6,8 +6,7 @@
 
 #include "zelmar_label/label_table/labelinterface.h"
 
-/// A label that has another one answer, to change some of the answers in a derived class. The other one stays its
-/// owner's.
+/// Forwards all calls to another label. A derived class can change some answers. It does not own the other label.
 class LabelForwarder : public label::LabelInterface
 {
 public:

@@ -47,17 +47,17 @@ ProjectCheck checkProject(const QSqlDatabase &database, const QString &path)
     ProjectCheck check;
     QSqlQuery query(database);
     if (!query.exec(QStringLiteral("SELECT name FROM pragma_table_info('custom_tag_table')"))) {
-        // SQLite's code for a file of another kind.
+        // SQLite's error code for a file that is not a database.
         const bool isDatabase = query.lastError().nativeErrorCode() != QLatin1String("26");
         check.problem =
-            (isDatabase ? Texts::tr("the project %1 cannot be read (%2)") : Texts::tr("%1 is no project (%2)"))
+            (isDatabase ? Texts::tr("the project %1 cannot be read (%2)") : Texts::tr("%1 is not a project (%2)"))
                 .arg(path, query.lastError().databaseText());
         return check;
     }
     QStringList columns;
     while (query.next())
         columns.append(query.value(0).toString().toLower());
-    // A failure behind the first rows, such as a lock.
+    // A failure after the first rows, such as a lock.
     if (query.lastError().isValid()) {
         check.problem = Texts::tr("%1 cannot be read (%2)").arg(path, query.lastError().databaseText());
         return check;

@@ -8,18 +8,18 @@
 
 class QSqlDatabase;
 
-/// What a file that is to be a project holds.
+/// The content of a possible project file.
 struct ProjectCheck
 {
     bool hasTagTable = false;
-    /// Why the file cannot be used; empty when it can.
+    /// Why the file cannot be used; empty if it can.
     QString problem;
 };
 
-/// Why there is nothing to open, the project or the driver database beside the program; empty when both are there.
+/// Why the project or the driver database beside the program cannot be opened; empty if both exist.
 QString missingFile(const QString &projectPath);
 
-/// Looks at the tag table of the project `path`, open as `database`. Changes nothing.
+/// Checks the tag table of the project `path`, open as `database`. Changes nothing.
 ProjectCheck checkProject(const QSqlDatabase &database, const QString &path);
 
 #endif

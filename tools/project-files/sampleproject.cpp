@@ -29,7 +29,7 @@ struct Series
     int scale = 1;
 };
 
-// A filling line: the mixer's controller, the filler's, the packer's, and meters that are not wired up yet.
+// A filling line: the controllers of the mixer, the filler and the packer, and meters that are not connected yet.
 constexpr std::array<Series, 26> series = {{
     {0, tagtype::Bit, "Alarm_muted", "", 0, 0, 1},
     {0, tagtype::Int32, "Shift_counter_%1", "", 0, 0, 3},
@@ -74,7 +74,7 @@ constexpr std::array<const char *, 12> tables = {
     "INSERT INTO NODE (STATIONID, LINKID) VALUES (3, 4)",
 };
 
-/// As far as the text asks for a number.
+/// Only if the text has a place for a number.
 QString numbered(const char *text, int number)
 {
     const QString pattern = QLatin1String(text);

@@ -12,7 +12,7 @@ class QSqlDatabase;
 class TagSystem;
 
 /// Writes four links, one of them disabled, with stations, and two hundred tags of all types that their drivers accept.
-/// False, with the reason in `error` unless the library has shown it, when something fails; the caller rolls back.
+/// On failure it returns false, with the reason in `error` unless the library has shown it; the caller rolls back.
 bool writeSampleProject(const QSqlDatabase &database, TagSystem &tags, const AddressRefusal &refusal, QString &error);
 
 #endif

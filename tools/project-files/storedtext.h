@@ -7,8 +7,8 @@
 #include <QSqlDatabase>
 #include <QString>
 
-/// Tells what a project's tag table would make of a text: most are declared such that the database keeps "D100", but
-/// stores "007" as the number 7. Asks the database itself, beside the project.
+/// Predicts how a project's tag table stores a text: most declarations keep "D100" but store "007" as the number 7.
+/// Uses a second database with the same declarations.
 class StoredText
 {
 public:
@@ -16,7 +16,7 @@ public:
     ~StoredText();
     Q_DISABLE_COPY(StoredText)
 
-    /// Takes over how the columns are declared in `project`.
+    /// Copies the column declarations of `project`.
     void readColumns(const QSqlDatabase &project);
 
     QString name(const QString &text) const { return stored("name", text); }

@@ -26,14 +26,14 @@ struct Texts
     Q_DECLARE_TR_FUNCTIONS(TagColumns)
 };
 
-/// -1 for a text that is neither a type's name nor its number.
+/// -1 for a text that is neither the name nor the number of a type.
 int dataTypeOf(const TagSystem &tags, const QString &text)
 {
     const QStringList names = tags.dataTypeList();
     const int named = names.indexOf(text);
     if (named >= 0)
         return named;
-    // The list spells it without the bracket.
+    // The list has the name without the bracket.
     if (text == QLatin1String("INT(64)"))
         return tagtype::Int64;
     bool isNumber = false;
@@ -41,7 +41,7 @@ int dataTypeOf(const TagSystem &tags, const QString &text)
     return isNumber && number >= 0 && number < names.size() ? number : -1;
 }
 
-/// False when the table has no such row.
+/// False if the table has no such row.
 bool readRow(const TagSystem &tags, int id, PlainTag &tag)
 {
     QSqlQuery query(tags.database());
@@ -79,7 +79,7 @@ bool TagColumns::read(const CsvRow &header, QString &error)
         found.append(name.trimmed().toLower());
     for (const QString &name : qAsConst(found)) {
         if (!names().contains(name) || found.count(name) > 1) {
-            error = (names().contains(name) ? Texts::tr("the column \"%1\" stands twice")
+            error = (names().contains(name) ? Texts::tr("the column \"%1\" appears twice")
                                             : Texts::tr("there is no column \"%1\""))
                         .arg(name);
             return false;
@@ -109,7 +109,7 @@ PlainTag TagColumns::tag(const CsvRow &row, const TagSystem &tags, QString &erro
     const QString link = field(row, LinkColumn);
     tag.link = link.toInt(&isNumber);
     if (!isNumber) {
-        error = Texts::tr("the link \"%1\" is no whole number").arg(link);
+        error = Texts::tr("the link \"%1\" is not a whole number").arg(link);
         return tag;
     }
     const QString type = field(row, TypeColumn);
@@ -123,7 +123,7 @@ PlainTag TagColumns::tag(const CsvRow &row, const TagSystem &tags, QString &erro
     const QString scale = field(row, ScaleColumn);
     tag.scale = scale.toInt(&isNumber);
     if (!isNumber)
-        error = Texts::tr("the scale \"%1\" is no whole number").arg(scale);
+        error = Texts::tr("the scale \"%1\" is not a whole number").arg(scale);
     return tag;
 }
 

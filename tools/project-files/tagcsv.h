@@ -13,10 +13,10 @@
 
 class TagSystem;
 
-/// One tag as a CSV file or a project has it.
+/// One tag of a CSV file or a project.
 struct PlainTag
 {
-    /// Of the CSV file, from 1; 0 of a tag of the project.
+    /// Line of the CSV file, from 1; 0 for a tag of the project.
     int line = 0;
     QString name;
     int link = 0;
@@ -33,21 +33,21 @@ struct PlainTag
 /// The type's name in lists and in CSV; the number of a type without a name.
 QString dataTypeName(const TagSystem &tags, int type);
 
-/// Where in a row of a CSV file a tag's properties stand, as the file's first row says.
+/// The columns of a tag's properties in a CSV file, from the file's first row.
 class TagColumns
 {
 public:
     /// The names of the columns, as exported.
     static QStringList names();
 
-    /// False, with the reason in `error`, when a column is unknown, doubled or missing. The scale may be missing.
+    /// False, with the reason in `error`, if a column is unknown, doubled or missing. The scale is optional.
     bool read(const CsvRow &header, QString &error);
 
-    /// The tag in `row`; the reason in `error` when there is none, and as much of the tag as can be read.
+    /// The tag in `row`. If there is none, the reason is in `error`, and the tag has the readable values.
     PlainTag tag(const CsvRow &row, const TagSystem &tags, QString &error) const;
 
 private:
-    /// Never null, which a database would take for no text.
+    /// Never null, which a database would store as NULL.
     QString field(const CsvRow &row, int column) const
     {
         return QStringLiteral("") + row.fields.value(m_positions.at(column));
@@ -64,8 +64,8 @@ QByteArray tagCsvHeader();
 /// The row of a tag, with its line end.
 QByteArray tagCsvLine(const TagSystem &tags, const PlainTag &tag);
 
-/// The tag of the project. Of a row whose id the library takes for a system or recipe tag's, which a table of 20,000
-/// rows has, what stands in the row.
+/// The tag of the project. If the library treats the row's id as a system or recipe tag (in tables of 20,000 rows or
+/// more), the content of the row.
 PlainTag plainTag(TagSystem &tags, int id);
 
 #endif

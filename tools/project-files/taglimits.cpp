@@ -21,7 +21,7 @@ TagLimits::TagLimits(TagSystem &tags, int id)
     QVariant least;
     tags.getMaxMinValue(id, greatest, least);
     isNumber = greatest.isValid();
-    // As texts and in JSON, the limits of a bit are numbers.
+    // The limits of a bit are numbers, in texts and in JSON.
     const int shownType = type == tagtype::Bit ? int(tagtype::Int32) : type;
     max = textOfValue(greatest, shownType);
     min = textOfValue(least, shownType);
@@ -40,9 +40,8 @@ QString beyondLimits(TagSystem &tags, int id, const QVariant &value, const QStri
             .arg(size)
             .arg(limits.length);
     }
-    // 64-bit values are within the limits when they can be read at all.
+    // Every readable 64-bit value is within the limits.
     if (tagtype::isWide(limits.type) || tags.isInTheRange(id, value))
         return QString();
-    return QCoreApplication::translate("TagLimits", "%1 does not lie between %2 and %3")
-        .arg(text, limits.min, limits.max);
+    return QCoreApplication::translate("TagLimits", "%1 is not between %2 and %3").arg(text, limits.min, limits.max);
 }

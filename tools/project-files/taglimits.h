@@ -10,7 +10,7 @@
 class QVariant;
 class TagSystem;
 
-/// The least and the greatest value of a tag; of a text, its length.
+/// The least and the greatest value of a tag; for a text, its length.
 struct TagLimits
 {
     TagLimits(TagSystem &tags, int id);
@@ -24,7 +24,7 @@ struct TagLimits
     QJsonValue jsonMin;
 };
 
-/// Why the tag cannot hold `value`, which was given as `text`; empty when it can.
+/// Why the tag cannot store `value`, which was given as `text`; empty if it can.
 QString beyondLimits(TagSystem &tags, int id, const QVariant &value, const QString &text);
 
 #endif

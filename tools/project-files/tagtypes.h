@@ -4,7 +4,7 @@
 #ifndef ZELMAR_LABEL_PROJECTFILES_TAGTYPES_H
 #define ZELMAR_LABEL_PROJECTFILES_TAGTYPES_H
 
-/// The positions of the tag data types in `TagSystem::dataTypeList`, which are also what a project stores.
+/// The indexes of the tag data types in `TagSystem::dataTypeList`. A project stores the same numbers.
 namespace tagtype {
 
 enum : int {

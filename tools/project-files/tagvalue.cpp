@@ -38,7 +38,7 @@ QVariant wholeNumber(const QString &text, int dataType, QString &error)
         dataType == tagtype::UInt64 ? QVariant(text.toULongLong(&isNumber)) : QVariant(text.toLongLong(&isNumber));
     if (isNumber)
         return number;
-    error = QCoreApplication::translate("TagValue", "\"%1\" is no whole number, or lies beyond the limits").arg(text);
+    error = QCoreApplication::translate("TagValue", "\"%1\" is not a whole number, or is beyond the limits").arg(text);
     return QVariant();
 }
 
@@ -54,7 +54,7 @@ QVariant valueOfText(const QString &text, int dataType, QString &error)
     const double number = text.toDouble(&isNumber);
     if (isNumber && std::isfinite(number))
         return number;
-    error = QCoreApplication::translate("TagValue", "\"%1\" is no number").arg(text);
+    error = QCoreApplication::translate("TagValue", "\"%1\" is not a number").arg(text);
     return QVariant();
 }
 
@@ -81,7 +81,7 @@ QJsonValue jsonOfValue(const QVariant &value, int dataType)
         return value.toBool();
     case tagtype::Float:
     case tagtype::Double:
-        // Of the text: a float would show the digits of a double. JSON has no infinity.
+        // Uses the text: a float would have the digits of a double. JSON has no infinity.
         return std::isfinite(value.toDouble()) ? QJsonValue(textOfValue(value, dataType).toDouble()) : QJsonValue();
     case tagtype::Ascii:
     case tagtype::Int64:

@@ -47,7 +47,7 @@ void describeRun(MainWindow &window)
 
 bool drawEditor(const Pictures &pictures)
 {
-    // The path stands in the pictures, and has to be the same in each run.
+    // The pictures show the path, which must be the same in each run.
     const QString folder = QDir::tempPath() + QLatin1String("/zelmar_label");
     const QString project = folder + QLatin1String("/sample-project.db");
     QDir().mkpath(folder);

@@ -6,7 +6,7 @@
 
 class Pictures;
 
-/// The example editor at work on the sample project. False when one picture cannot be drawn.
+/// Draws the example editor with the sample project. False if one picture cannot be drawn.
 bool drawEditor(const Pictures &pictures);
 
 #endif

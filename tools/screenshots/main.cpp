@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: the zelmar_label authors
 // SPDX-License-Identifier: MIT
 
-// Draws the pictures of the documentation: the library's widgets and the example editor, on the shipped drivers and the
-// sample project, in one style, font, size and palette, so that a picture changes only when the program does.
+// Draws the pictures of the documentation: the library's widgets and the example editor, with the shipped drivers and
+// the sample project. Style, font, size and palette are fixed, so that a picture changes only with the program.
 //   zelmar_label_screenshots FOLDER light|dark [SUFFIX]
 
 #include "editorscenes.h"
@@ -50,7 +50,7 @@ void setLook(bool isDark)
     font.setPointSize(10);
     QApplication::setFont(font);
     QApplication::setPalette(isDark ? darkPalette() : QApplication::style()->standardPalette());
-    // A blinking cursor would differ from picture to picture.
+    // A blinking cursor would make pictures differ.
     QApplication::setCursorFlashTime(0);
 }
 

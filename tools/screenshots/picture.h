@@ -8,14 +8,14 @@
 
 class QWidget;
 
-/// Writes pictures as PNG files of one folder, with one ending of their names.
+/// Writes pictures as PNG files into one folder, with one suffix for their names.
 class Pictures
 {
 public:
     Pictures(const QString &folder, const QString &ending);
 
-    /// Shows the window at this size, in units of the screen's scale, lets it settle and writes it as `name`. Without a
-    /// size the window keeps its own.
+    /// Shows the window at this size, in units of the screen's scale, waits until it is drawn, and writes it as `name`.
+    /// Without a size the window keeps its own.
     bool take(QWidget &window, const QString &name, int width = 0, int height = 0) const;
 
 private:
@@ -23,7 +23,7 @@ private:
     QString m_ending;
 };
 
-/// Lets windows come up and lists fill.
+/// Waits until windows are shown and lists are filled.
 void settle();
 
 #endif

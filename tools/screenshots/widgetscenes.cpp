@@ -75,7 +75,7 @@ bool drawSimplePicker(const Pictures &pictures, label::LabelInterface *label)
     return pictures.take(picker, QStringLiteral("simple-picker"), 220, 28);
 }
 
-/// Shows what a derived panel can tell in the panel's text.
+/// Shows a text from a derived panel.
 class PreviewPanel : public AddMultipleTagsPanel
 {
 public:

@@ -6,7 +6,7 @@
 
 class Pictures;
 
-/// The pickers and the panel for runs of tags. False when one cannot be drawn.
+/// The pickers and the panel for runs of tags. False if one cannot be drawn.
 bool drawWidgets(const Pictures &pictures);
 
 #endif

@@ -20,7 +20,7 @@ QString commandFault(const QStringList &words)
         return QStringLiteral("there is no command \"%1\"").arg(words.constFirst());
     const QString all = second.join(QLatin1String(", "));
     return words.size() < 2 ? QStringLiteral("\"%1\" is followed by one of %2").arg(words.constFirst(), all)
-                            : QStringLiteral("\"%1 %2\" is no command; \"%1\" is followed by one of %3")
+                            : QStringLiteral("\"%1 %2\" is not a command; \"%1\" is followed by one of %3")
                                   .arg(words.constFirst(), words.at(1), all);
 }
 
@@ -29,7 +29,7 @@ QString commandFault(const QStringList &words)
 CommandLine parseCommandLine(const QStringList &arguments)
 {
     CommandLine result;
-    // The words of the command may stand anywhere among the options.
+    // The words of the command may be mixed with options.
     QCommandLineParser parser;
     parser.addOptions(allOptions());
     parser.parse(arguments);
@@ -52,6 +52,6 @@ CommandLine parseCommandLine(const QStringList &arguments)
     result = RequestReader(*command).read(arguments);
     if (!result.error.isEmpty())
         result.error += QLatin1Char('\n') + usageLine(QLatin1String(command->usage)) +
-                        QStringLiteral("\"zelmar-label %1 --help\" tells more.\n").arg(QLatin1String(command->name));
+                        QStringLiteral("\"zelmar-label %1 --help\" shows more.\n").arg(QLatin1String(command->name));
     return result;
 }

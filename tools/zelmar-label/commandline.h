@@ -9,7 +9,7 @@
 
 #include <optional>
 
-/// What the user asks for.
+/// The user's request.
 struct Request
 {
     enum class Command {
@@ -42,15 +42,15 @@ struct Request
 
     bool isOfProject() const { return command >= Command::Tags; }
     bool isOfCustomDatabase() const { return command >= Command::CustomShow && command <= Command::CustomDrop; }
-    /// True for what makes drivers, rather than asks them.
+    /// True for commands that write drivers.
     bool isOfDriverFile() const { return command >= Command::ExportDriver && command <= Command::Compile; }
-    /// True for what reads a driver database.
+    /// True for commands that read a driver database.
     bool takesDatabase() const { return command <= Command::ExportDriver; }
 
     Command command = Command::Drivers;
-    /// The driver database to read, empty for the one beside the program; `compile`: the one to write.
+    /// The driver database to read, empty for the one beside the program; for `compile` the one to write.
     QString database;
-    /// The folder of the program whose custom database it is; empty: this program's.
+    /// The folder of the program with the custom database; empty for this program.
     QString folder;
     bool json = false;
     bool debug = false;
@@ -60,9 +60,9 @@ struct Request
     QStringList files;
     /// `lint`: the folder of the sample files, empty for those beside the driver files.
     QString samples;
-    /// `lint`: tell of each driver what there is of it.
+    /// `lint`: print the counts of each driver.
     bool counts = false;
-    /// `export-driver`: a file that is there may be written over.
+    /// `export-driver`: overwrite an existing file.
     bool force = false;
     QStringList addresses;
     /// `check`: the type filter.
@@ -71,27 +71,27 @@ struct Request
     int dataType = 0;
     /// `next`, `commands`, `blocks`: how many.
     int count = 1;
-    /// `next`: the distance, if it is not the natural one.
+    /// `next`: the distance, if not the natural one.
     std::optional<int> cap;
     bool unchecked = false;
     /// `split`: how many units of the data type.
     int length = 1;
-    /// The project database, for all that is asked of a project.
+    /// The project database, for commands on a project.
     QString project;
-    /// What follows the project: the tag and the value or bytes, the tags, or the CSV file.
+    /// The arguments after the project: the tag and the value or bytes, the tags, or the CSV file.
     QStringList arguments;
-    /// `tags`: the link, if only its tags are asked for.
+    /// `tags`: list only the tags of this link.
     std::optional<int> link;
-    /// `tags`: the characters that the names have to hold.
+    /// `tags`: the characters that the names must contain.
     QString find;
-    /// Recipe tags that the project is to have, as "NAME=TAG".
+    /// Recipe tags of the project, as "NAME=TAG".
     QStringList recipes;
-    /// `import`: say only what would be done.
+    /// `import`: only report the changes.
     bool dryRun = false;
 };
 
-/// Either a request, or a text to print and to end with: help and version on standard output, a usage error on standard
-/// error with the usage of the command.
+/// Either a request, or a text to print before exit: help and version on standard output, a usage error with the usage
+/// of the command on standard error.
 struct CommandLine
 {
     std::optional<Request> request;

@@ -11,7 +11,7 @@
 #include <QString>
 #include <QStringList>
 
-/// How a command is written, and what is told of it.
+/// The usage and help texts of a command.
 struct CommandText
 {
     Request::Command command;
@@ -26,7 +26,7 @@ struct CommandText
 
 const CommandText &textOf(Request::Command command);
 
-/// The command that the words begin with; null for none. `blocks` is asked of a project when a file follows.
+/// The command that the words begin with; null for none. `blocks` works on a project if a file follows.
 const CommandText *findCommand(const QStringList &words);
 
 /// The second words of the commands that begin with `word`.
@@ -40,7 +40,7 @@ QList<QCommandLineOption> allOptions();
 
 QString usageLine(const QString &usage);
 
-/// Of all commands, or of those that begin with `word`.
+/// For all commands, or those that begin with `word`.
 QString generalHelp(const QString &word = QString());
 
 #endif

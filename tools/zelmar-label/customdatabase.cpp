@@ -25,7 +25,7 @@ CustomDatabase::CustomDatabase(const QString &folder)
     : m_folder(folder.isEmpty() ? QCoreApplication::applicationDirPath() : folder)
     , m_db(QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), QLatin1String(connectionName)))
 {
-    // As the library: beside the program itself when there is no folder for databases.
+    // Like the library: beside the program if there is no folder for databases.
     QDir databases(m_folder);
     databases.cd(QStringLiteral("database"));
     m_path = databases.filePath(QStringLiteral("customdrivers"));
@@ -39,7 +39,7 @@ CustomDatabase::~CustomDatabase()
     QSqlDatabase::removeDatabase(QLatin1String(connectionName));
 }
 
-/// Leaves nothing behind of a change that was not committed.
+/// Removes all traces of an uncommitted change.
 void CustomDatabase::undo()
 {
     const bool isUndone = !m_isChanging || QSqlQuery(m_db).exec(QStringLiteral("ROLLBACK"));
@@ -84,7 +84,7 @@ bool CustomDatabase::execute(const QString &statement, const QVariantList &value
     return isDone;
 }
 
-/// How the table is spelled, in which SQLite takes any case; empty when there is none.
+/// The table's spelling, since SQLite ignores case; empty if there is none.
 QString CustomDatabase::tableName(const QString &name) const
 {
     const QStringList tables = m_db.tables(QSql::Tables);
@@ -107,7 +107,7 @@ QList<CustomDriver> CustomDatabase::readDrivers(QString &error)
     QList<CustomDriver> drivers;
     QSqlQuery query(m_db);
     if (!query.exec(QStringLiteral("SELECT name, general_table, device_table FROM table_index"))) {
-        error = QStringLiteral("%1 is no custom database (%2)").arg(m_path, query.lastError().databaseText());
+        error = QStringLiteral("%1 is not a custom database (%2)").arg(m_path, query.lastError().databaseText());
         return drivers;
     }
     while (query.next())
@@ -140,11 +140,11 @@ bool CustomDatabase::begin(QString &error)
     m_isNew = !exists();
     if (!m_isNew && !backUpDatabase(m_path, m_copy, error))
         return false;
-    // It may be open for reading.
+    // The file may be open for reading.
     m_db.close();
     if (!open(QString(), error))
         return false;
-    // At once, so that nobody else changes in between what is looked at now.
+    // Lock at once, so that no other program changes what is checked here.
     if (!execute(QStringLiteral("BEGIN IMMEDIATE"), {}, error))
         return false;
     m_isChanging = true;
@@ -160,7 +160,7 @@ bool CustomDatabase::commit(QString &error)
     return true;
 }
 
-/// The driver that has the table already; two names that differ in blanks or case only would share it.
+/// The driver that already has the table; names that differ only in blanks or case would share it.
 QString CustomDatabase::otherOwner(const QString &driver, const QString &table, QString &error)
 {
     const QList<CustomDriver> all = readDrivers(error);
@@ -183,7 +183,7 @@ bool CustomDatabase::setUp(const QString &driver, int blockSize, int bitBlockSiz
             error = QStringLiteral("\"%1\" cannot have a custom label beside \"%2\": both would have the table %3")
                         .arg(driver, owner, table);
         else if (error.isEmpty() && !tableName(table).isEmpty() && !hasTable(table))
-            error = QStringLiteral("%1 has a table %2 of somebody else").arg(m_path, tableName(table));
+            error = QStringLiteral("%1: table %2 belongs to another program").arg(m_path, tableName(table));
     }
     if (!error.isEmpty())
         return false;

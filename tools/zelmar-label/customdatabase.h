@@ -11,11 +11,11 @@
 
 struct DriverText;
 
-/// What a custom database holds of one driver.
+/// The entry of one driver in a custom database.
 struct CustomDriver
 {
     QString name;
-    /// False when the driver has been switched back to its default label.
+    /// False if the driver was switched back to its default label.
     bool isInForce = false;
     QString generalTable;
     QString deviceTable;
@@ -24,14 +24,14 @@ struct CustomDriver
     int bitBlockSize = 0;
 };
 
-/// The custom labels of the program in a folder, which may be another one than this program's: there the library's own
-/// functions cannot go. The tables are those that the library makes. One at a time.
+/// The custom labels of the program in a folder. The library's functions work only in this program's folder. The tables
+/// are the same as the library's. Only one object at a time.
 ///
-/// A change is a transaction from `begin` to `commit`; without `commit` the file stays as it was.
+/// A change is a transaction from `begin` to `commit`; without `commit` the file does not change.
 class CustomDatabase
 {
 public:
-    /// `folder` is the program's, empty for this one's.
+    /// `folder` is the program's folder, empty for this program.
     explicit CustomDatabase(const QString &folder);
     ~CustomDatabase();
     Q_DISABLE_COPY(CustomDatabase)
@@ -40,23 +40,23 @@ public:
     /// The database with the program's default labels.
     QString driverDatabase() const;
 
-    /// False also for a driver database that has not been made yet.
+    /// Also false for a driver database that does not exist yet.
     bool exists() const;
 
-    /// All drivers that have been set up, in the order of the file. On failure none, and `error` is a sentence.
+    /// All drivers that were set up, in the order of the file. On failure none, and `error` is a sentence.
     QList<CustomDriver> drivers(QString &error);
 
-    /// Copies the file, if there is one, and begins a change. False with a sentence in `error` on failure, as all that
-    /// follow.
+    /// Copies the file, if it exists, and begins a change. On failure, this and the following functions return false
+    /// with a sentence in `error`.
     bool begin(QString &error);
 
-    /// The path of the copy; empty when there was nothing to copy.
+    /// The path of the copy; empty if there was no file.
     const QString &copy() const { return m_copy; }
 
-    /// Switches the driver to its custom label, as the library does: tables that are there are kept.
+    /// Switches the driver to its custom label like the library: existing tables are kept.
     bool setUp(const QString &driver, int blockSize, int bitBlockSize, QString &error);
 
-    /// Replaces the formats and limits of a driver that has been set up.
+    /// Replaces the formats and limits of a driver that was set up.
     bool fill(const DriverText &driver, QString &error);
 
     /// Switches the driver back; its tables stay.

@@ -20,8 +20,8 @@ QString continueColumn()
     return QStringLiteral("continue");
 }
 
-/// A value that comes back as the text that it is. The columns of the limits are declared such that SQLite turns a text
-/// into a number where it can: "007" into 7, and the hexadecimal "1E3" into 1000. It leaves blobs alone.
+/// A value that is stored as text. SQLite converts a text in the limit columns to a number if possible: "007" to 7, and
+/// the hexadecimal "1E3" to 1000. It does not convert blobs.
 QVariant keptText(const QString &text)
 {
     bool isNumber = false;
@@ -52,7 +52,7 @@ bool mustContinue(const DriverText &driver)
 
 bool CustomDatabase::insertRows(const DriverText &driver, const QString &table, QString &error)
 {
-    // Tables are made without this column, and "N" is what is read then.
+    // New tables lack this column, which is then read as "N".
     QStringList columns = driverColumns();
     const bool hasContinue = m_db.record(table).contains(continueColumn());
     if (!hasContinue && !mustContinue(driver))
@@ -92,7 +92,7 @@ bool CustomDatabase::fill(const DriverText &driver, QString &error)
     return false;
 }
 
-/// Asks the library's own reader, which is silent about what it skips.
+/// Uses the library's reader, which skips rows silently.
 bool CustomDatabase::holds(const DriverText &driver, QString &error) const
 {
     const std::unique_ptr<label::LabelLoader> label(label::readLabel(m_db, driver.name, error));
@@ -109,6 +109,6 @@ bool CustomDatabase::holds(const DriverText &driver, QString &error) const
                  row.formatString() == driver.field(wanted, QStringLiteral("description"));
     }
     if (!isSame)
-        error = QStringLiteral("the tables of \"%1\" in %2 do not hold what they are given").arg(driver.name, m_path);
+        error = QStringLiteral("the tables of \"%1\" in %2 did not store the new values").arg(driver.name, m_path);
     return isSame;
 }

@@ -86,7 +86,7 @@ ExitCode CustomWorker::listFormats()
     if (!find(m_request.driver, driver))
         return Unreadable;
     if (driver.isInForce && driver.formats > 0) {
-        // A custom database is read as a driver database is.
+        // A custom database is read like a driver database.
         Request formats = m_request;
         formats.command = Request::Command::Formats;
         formats.database = m_database.path();
@@ -100,7 +100,7 @@ ExitCode CustomWorker::listFormats()
     return Success;
 }
 
-/// False after a complaint when the driver has never been set up.
+/// False, with a message, if the driver was never set up.
 bool CustomWorker::find(const QString &driver, CustomDriver &found)
 {
     QString error;
@@ -118,7 +118,7 @@ bool CustomWorker::find(const QString &driver, CustomDriver &found)
     return false;
 }
 
-/// A custom label begins with the limits of the default one. False after a complaint when there is none.
+/// A custom label begins with the limits of the default one. False, with a message, if there is none.
 bool CustomWorker::readLimits(const QString &driver, int &blockSize, int &bitBlockSize) const
 {
     const QString path = m_database.driverDatabase();
@@ -188,7 +188,7 @@ ExitCode CustomWorker::drop()
     return change(driver.name, [&](QString &error) { return m_database.drop(driver.name, error); });
 }
 
-/// All of the steps or none, and then what the driver has.
+/// Does all steps or none, then prints the driver's state.
 ExitCode CustomWorker::change(const QString &driver, const Change &steps)
 {
     QString error;
@@ -221,9 +221,9 @@ void CustomWorker::tell(const CustomDriver &driver) const
     else
         m_streams.print(
             QStringLiteral("\"%1\" uses its custom label of %2").arg(driver.name, counted(driver.formats, "format")));
-    m_streams.print(QStringLiteral("Programs that run now keep the label that they have."));
+    m_streams.print(QStringLiteral("Running programs keep their current label."));
     if (!copy.isEmpty())
-        m_streams.print(QStringLiteral("The custom database as it was: %1").arg(copy));
+        m_streams.print(QStringLiteral("Backup of the custom database: %1").arg(copy));
 }
 
 ExitCode CustomWorker::refuse(const QString &sentence, ExitCode code) const

@@ -10,7 +10,7 @@
 
 #include <functional>
 
-/// Carries out a request about custom labels on the streams that it is given.
+/// Executes a request about custom labels on the given streams.
 class CustomWorker
 {
 public:

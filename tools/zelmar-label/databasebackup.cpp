@@ -21,7 +21,7 @@ QString freePath(const QString &path)
     const QString stem =
         path + QLatin1Char('.') + QDateTime::currentDateTime().toString(QStringLiteral("yyyy-MM-dd_HHmmss"));
     QString free = stem;
-    // Two copies within a second.
+    // Two copies in one second need different names.
     for (int number = 2; QFile::exists(free); ++number)
         free = QStringLiteral("%1_%2").arg(stem, QString::number(number));
     return free;
@@ -37,7 +37,7 @@ bool backUpDatabase(const QString &path, QString &copy, QString &error)
     error = connection.error();
     if (!error.isEmpty())
         return false;
-    // By SQLite itself, which knows what of the file is committed.
+    // SQLite copies only what is committed.
     QSqlQuery query(connection.database());
     query.prepare(QStringLiteral("VACUUM INTO ?"));
     query.addBindValue(wanted);
@@ -46,7 +46,7 @@ bool backUpDatabase(const QString &path, QString &copy, QString &error)
         return true;
     }
     QFile::remove(wanted);
-    error = QStringLiteral("no copy of %1 can be made (%2), so it stays as it is")
+    error = QStringLiteral("no copy of %1 can be made (%2), so it is not changed")
                 .arg(path, query.lastError().databaseText());
     return false;
 }

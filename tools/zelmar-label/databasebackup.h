@@ -6,8 +6,8 @@
 
 class QString;
 
-/// Copies the SQLite file `path` to a new file beside it, whose name ends with the time, and tells its path in `copy`.
-/// What another program has not committed is left out. False with a sentence in `error` on failure.
+/// Copies the SQLite file `path` to a new file beside it, whose name ends with the time, and returns its path in
+/// `copy`. Omits uncommitted changes of other programs. False with a sentence in `error` on failure.
 bool backUpDatabase(const QString &path, QString &copy, QString &error);
 
 #endif

@@ -22,7 +22,7 @@ Device::Device(std::shared_ptr<label::LabelLoader> label)
 {
 }
 
-/// False with a reason when the station is none.
+/// False, with a reason, if the station is invalid.
 bool Device::splitStation(ResolvedAddress &address)
 {
     const StationAddress parts(address.text);
@@ -35,8 +35,8 @@ bool Device::splitStation(ResolvedAddress &address)
     return address.reason.isEmpty();
 }
 
-/// What an address with a station that is none may have been meant for: the same without the "-" or with a separator in
-/// its place, or without the station.
+/// Likely corrections of an address with an invalid station: without the "-", with a separator in its place, or without
+/// the station.
 QStringList Device::withoutStation(const ResolvedAddress &address, int type)
 {
     QStringList texts;

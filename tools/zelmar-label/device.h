@@ -13,33 +13,33 @@
 
 #include <memory>
 
-/// An address as the user gave it, and what the driver makes of it.
+/// An address from the user, and the driver's answer.
 struct ResolvedAddress
 {
     QString text;
     /// The address without its station.
     QString device;
     int station = -1;
-    /// Type index of its row; -1 when it is refused.
+    /// Type index of its row; -1 if it is refused.
     int row = -1;
-    /// Why it is refused, in words; empty otherwise.
+    /// The reason of the refusal, as text; empty if accepted.
     QString reason;
-    /// The same as a value, of the address without its station.
+    /// The same as a value, for the address without its station.
     label::AddressDiagnosis diagnosis;
-    /// Position in `text` of what is wrong; -1 where no place is meant.
+    /// Position of the fault in `text`; -1 for no position.
     int position = -1;
-    /// Addresses that are accepted instead, at the station of this one.
+    /// Addresses to use instead, at the same station.
     QStringList suggestions;
 
     bool isAccepted() const { return row >= 0; }
-    /// The reason and what to write instead.
+    /// The reason and the suggestions.
     QString advice() const;
-    /// `address`, a device address, at the station of this one.
+    /// `address`, a device address, with the same station.
     QString atStation(const QString &address) const;
 };
 
-/// One driver, asked more strictly than the library asks itself: a station has to be a number, and what a label would
-/// take unchecked is refused.
+/// One driver with stricter checks than the library's: a station must be a number, and addresses that a label accepts
+/// unchecked are refused.
 class Device
 {
 public:
@@ -54,7 +54,7 @@ public:
     /// The command of one item at the device address.
     static CommunicatorCommand command(const ResolvedAddress &address, int dataType);
 
-    /// The register, without station, that holds the bit, and its row; an empty text and -1 when there is none.
+    /// The register, without station, that holds the bit, and its row; an empty text and -1 if there is none.
     QString registerOfBit(const ResolvedAddress &bit, int &row);
 
 private:

@@ -12,11 +12,11 @@
 
 struct DriverText;
 
-/// Why a driver file cannot be read, as a sentence; empty when it can.
+/// Why a driver file cannot be read, as a sentence; empty if it can.
 QString driverFileObstacle(const QString &path);
 
-/// Reads driver files and lints them. All that is wrong is told on the error stream; when none of it is an error, the
-/// drivers are handed over and the code is `Success`.
+/// Reads driver files and lints them. Prints all findings to the error stream. Without errors it returns the drivers
+/// and the code `Success`.
 ExitCode readCheckedDrivers(const QStringList &files, const Streams &streams, QList<DriverText> &drivers);
 
 #endif

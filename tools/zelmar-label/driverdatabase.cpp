@@ -29,7 +29,7 @@ QString quoted(const QString &text)
     return QLatin1Char('"') + text + QLatin1Char('"');
 }
 
-/// Fewest insertions, removals and changes of a character that turn one text into the other.
+/// Least number of insertions, deletions and replacements of characters to change one text into the other.
 int editDistance(const QString &left, const QString &right)
 {
     std::vector<int> distances(static_cast<std::size_t>(right.size()) + 1);
@@ -65,7 +65,7 @@ QString nearNames(const QString &asked, const QStringList &names)
     return near.join(QLatin1String(", "));
 }
 
-/// A name that goes into a statement as it stands, as the library takes it.
+/// A name that can be used in a statement without quotes, as the library does.
 int countRows(const QSqlDatabase &db, const QString &table)
 {
     QSqlQuery query(db);
@@ -100,7 +100,7 @@ bool DriverDatabase::isReadable(QString &error) const
     QSqlDatabase db = m_db;
     if (db.isOpen() || db.open())
         return true;
-    error = QStringLiteral("the driver database %1 cannot be opened (%2); may you read it?")
+    error = QStringLiteral("the driver database %1 cannot be opened (%2); check file permissions")
                 .arg(m_path, db.lastError().databaseText());
     return false;
 }
@@ -112,7 +112,7 @@ QList<DriverDatabase::Driver> DriverDatabase::drivers(QString &error) const
         return drivers;
     QSqlQuery query(m_db);
     if (!query.exec(QStringLiteral("SELECT name, general_table, device_table FROM table_index"))) {
-        error = QStringLiteral("%1 is no driver database (%2); name another with --database FILE")
+        error = QStringLiteral("%1 is not a driver database (%2); name another with --database FILE")
                     .arg(m_path, query.lastError().databaseText());
         return drivers;
     }
@@ -145,7 +145,7 @@ bool DriverDatabase::readNames(QStringList &names, QString &error) const
         return false;
     QSqlQuery query(m_db);
     if (!query.exec(QStringLiteral("SELECT name FROM table_index"))) {
-        error = QStringLiteral("%1 is no driver database (%2); name another with --database FILE")
+        error = QStringLiteral("%1 is not a driver database (%2); name another with --database FILE")
                     .arg(m_path, query.lastError().databaseText());
         return false;
     }

@@ -18,7 +18,7 @@ class LabelLoader;
 class DriverDatabase
 {
 public:
-    /// What there is to know of a driver without reading its formats.
+    /// The facts about a driver that need no formats.
     struct Driver
     {
         QString name;
@@ -27,17 +27,17 @@ public:
         int bitBlockSize = 0;
     };
 
-    /// Opens `path`, or the database beside the program when it is empty.
+    /// Opens `path`, or the database beside the program if it is empty.
     explicit DriverDatabase(const QString &path);
     ~DriverDatabase();
     Q_DISABLE_COPY(DriverDatabase)
 
     const QString &path() const { return m_path; }
 
-    /// All drivers in the order of the file. On failure none, and `error` says which file and what to do.
+    /// All drivers in the order of the file. On failure none, and `error` names the file and what to do.
     QList<Driver> drivers(QString &error) const;
 
-    /// The label of one driver. Null on failure, and `error` says which file and what to do.
+    /// The label of one driver. Null on failure, and `error` names the file and what to do.
     std::unique_ptr<label::LabelLoader> read(const QString &driver, QString &error) const;
 
 private:

@@ -18,7 +18,7 @@
 
 namespace {
 
-/// Takes drivers over from a database that was written for the purpose, which is attached as "made".
+/// Copies drivers from a temporary database, which is attached as "made".
 class Installation
 {
 public:
@@ -53,7 +53,7 @@ private:
         QSqlQuery query(m_db);
         if (query.exec(QStringLiteral("SELECT name, general_table, device_table FROM table_index LIMIT 1")))
             return true;
-        m_error = QStringLiteral("%1 is no driver database (%2); name another with --into DATABASE")
+        m_error = QStringLiteral("%1 is not a driver database (%2); name another with --into DATABASE")
                       .arg(m_path, query.lastError().databaseText());
         return false;
     }
@@ -74,7 +74,7 @@ private:
         return isDone || fail(query.lastError().databaseText());
     }
 
-    /// The first row of the result; empty when there is none.
+    /// The first row of the result; empty if there is none.
     QVariantList rowOf(const QString &statement, const QVariantList &values)
     {
         QSqlQuery query(m_db);
@@ -113,7 +113,7 @@ private:
                        after + QVariantList({name}));
     }
 
-    /// Unless another driver has it, too.
+    /// Unless another driver uses it, too.
     bool dropTable(const QString &table, const QString &owner)
     {
         const bool isShared = !rowOf(QStringLiteral("SELECT 1 FROM main.table_index WHERE name <> ? AND (general_table "
@@ -136,7 +136,7 @@ private:
                execute(QStringLiteral("INSERT INTO main.\"%1\" SELECT * FROM made.\"%1\" ORDER BY rowid").arg(table));
     }
 
-    /// The comments of a driver are known by its device table.
+    /// The comments of a driver are stored under its device table.
     bool takeComments(const QVariantList &before, const QVariantList &after)
     {
         const QString table = QStringLiteral("driver_comments");

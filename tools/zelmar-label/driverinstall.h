@@ -12,14 +12,14 @@ struct DriverText;
 
 struct InstalledDrivers
 {
-    /// The names of those that the database had already.
+    /// The names of the drivers that were replaced.
     QStringList replaced;
-    /// A copy of the database as it was; empty when it is new.
+    /// A copy of the old database; empty if it is new.
     QString copy;
 };
 
-/// Puts the drivers into the driver database `path`, all or none. A driver that it has already is replaced where it
-/// stands, new ones follow the others, and what else is in the file stays. False with a sentence in `error` on failure.
+/// Writes the drivers into the driver database `path`, all or none. An existing driver is replaced in place, new ones
+/// are added at the end, and other content of the file does not change. False with a sentence in `error` on failure.
 bool installDrivers(const QString &path, const QList<DriverText> &drivers, InstalledDrivers &installed, QString &error);
 
 #endif

@@ -15,7 +15,7 @@ QString driverNameFault(const QString &name)
     if (name.trimmed() != name)
         return QStringLiteral("the name \"%1\" begins or ends with a blank").arg(name);
     if (!name.at(0).isLetter())
-        return QStringLiteral("the name \"%1\" does not begin with a letter: it could not name the tables of a custom "
+        return QStringLiteral("the name \"%1\" does not begin with a letter: it cannot name the tables of a custom "
                               "label")
             .arg(name);
     for (const QChar &character : name) {
@@ -23,7 +23,7 @@ QString driverNameFault(const QString &name)
                            character == QLatin1Char('_');
         if (!isFit)
             return QStringLiteral(
-                       "the name \"%1\" has \"%2\" in it: only letters, digits, blanks and \"_\" can name the "
+                       "the name \"%1\" contains \"%2\": only letters, digits, blanks and \"_\" can name the "
                        "tables of a custom label")
                 .arg(name, character);
     }
@@ -46,7 +46,8 @@ QString driverFilePathFault(const QString &path)
     const QFileInfo file(path);
     if (isGoodStem(file.completeBaseName()) && file.suffix() == QLatin1String("tsv"))
         return QString();
-    return QStringLiteral("%1: the file name has to be lower-case letters, digits and \"_\" with \".tsv\" behind them, "
-                          "for it names the tables")
+    return QStringLiteral(
+               "%1: the file name must be lower-case letters, digits and \"_\", followed by \".tsv\", because it "
+               "names the tables")
         .arg(path);
 }

@@ -6,14 +6,14 @@
 
 #include <QString>
 
-/// Why a driver of this name cannot have a custom label, as a sentence; empty when it can. The library makes table
-/// names of the name by turning blanks into "_", and hands them to SQLite as they stand.
+/// Why a driver of this name cannot have a custom label, as a sentence; empty if it can. The library replaces blanks in
+/// the name by "_" and uses it as a table name in SQL without quotes.
 QString driverNameFault(const QString &name);
 
-/// The name that a driver file of this driver is given, without ".tsv": it names the tables of the driver database.
+/// The name of this driver's file, without ".tsv": it names the tables of the driver database.
 QString driverFileStem(const QString &name);
 
-/// Why a driver file cannot have the path, as a sentence; empty when it can.
+/// Why a driver file cannot have this path, as a sentence; empty if it can.
 QString driverFilePathFault(const QString &path);
 
 #endif

@@ -58,7 +58,7 @@ ExitCode DriverWorker::exportDriver() const
 ExitCode DriverWorker::write(const QString &path, const QByteArray &text) const
 {
     if (QFileInfo::exists(path) && !m_request.force)
-        return refuse(QStringLiteral("%1 is there already; --force writes over it").arg(path));
+        return refuse(QStringLiteral("%1 already exists; --force overwrites it").arg(path));
     QSaveFile file(path);
     if (!file.open(QIODevice::WriteOnly) || file.write(text) != text.size() || !file.commit())
         return refuse(QStringLiteral("%1 cannot be written: %2").arg(path, file.errorString()));
@@ -93,7 +93,7 @@ ExitCode DriverWorker::compile() const
                                      counted(driver.rows.size(), "format")));
     }
     if (!m_request.json && !installed.copy.isEmpty())
-        m_streams.print(QStringLiteral("The database as it was: %1").arg(installed.copy));
+        m_streams.print(QStringLiteral("Backup of the database: %1").arg(installed.copy));
     return Success;
 }
 

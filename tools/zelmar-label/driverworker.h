@@ -9,7 +9,7 @@
 
 class QByteArray;
 
-/// Carries out a request about driver files on the streams that it is given.
+/// Executes a request about driver files on the given streams.
 class DriverWorker
 {
 public:

@@ -8,8 +8,8 @@
 
 struct ResolvedAddress;
 
-/// What is wrong with a refused address, for programs: "kind" and "slip" by name, "position" in the text from 0, and
-/// "number" and "limit" as they stand in an address, in the row's "radix". What does not apply is null.
+/// The reason of a refused address, for programs: "kind" and "slip" by name, "position" in the text from 0, and
+/// "number" and "limit" as written in an address, in the row's "radix". Values that do not apply are null.
 QJsonObject faultAsJson(const ResolvedAddress &address);
 
 #endif

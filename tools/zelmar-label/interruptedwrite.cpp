@@ -11,12 +11,12 @@
 
 void undoInterruptedWrite(const QString &path)
 {
-    // A program that is writing right now has a journal, too; SQLite tells the two apart by their locks.
+    // A program that is writing now also has a journal; SQLite uses locks to tell the difference.
     if (!QFileInfo(path).isFile() || !QFileInfo::exists(path + QLatin1String("-journal")))
         return;
     const SqliteConnection connection(path, SqliteConnection::Mode::Write);
     QSqlQuery query(connection.database());
-    // To wait for a writer is for whoever reads the file afterwards.
+    // The next reader of the file waits for a writer.
     query.exec(QStringLiteral("PRAGMA busy_timeout = 0"));
     query.exec(QStringLiteral("PRAGMA schema_version"));
 }

@@ -6,9 +6,8 @@
 
 class QString;
 
-/// Undoes what a program that was stopped in the midst of writing has left behind in the SQLite file `path`. Whoever
-/// may write does so unasked; over a connection that may only read, such a file cannot be read at all. Does nothing to
-/// others.
+/// Rolls back the unfinished write of an interrupted program in the SQLite file `path`. SQLite does this by itself on a
+/// writable connection; on a read-only connection such a file cannot be read. Does not change other files.
 void undoInterruptedWrite(const QString &path);
 
 #endif

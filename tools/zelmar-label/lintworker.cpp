@@ -110,7 +110,7 @@ bool LintWorker::addAll(DriverLinter &linter, QString &error) const
     return linter.addDatabase(database, drivers, error, m_request.samples);
 }
 
-/// A paragraph: where, what, in which row and column, and what to do.
+/// A paragraph with place, problem, row, column and advice.
 void LintWorker::print(const LintFinding &finding) const
 {
     const QString severity = finding.isError() ? QStringLiteral("error") : QStringLiteral("warning");

@@ -10,7 +10,7 @@
 class DriverLinter;
 struct LintFinding;
 
-/// Carries out the request to lint drivers on the streams that it is given.
+/// Executes the request to lint drivers on the given streams.
 class LintWorker
 {
 public:

@@ -19,7 +19,7 @@ namespace {
 
 bool logIsWanted = false;
 
-/// The library tells its log about each format that it reads and each question that fails.
+/// The library logs each format that it reads and each question that fails.
 void handleLog(QtMsgType type, const QMessageLogContext &, const QString &line)
 {
     if (!logIsWanted && type != QtFatalMsg)

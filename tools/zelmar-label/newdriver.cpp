@@ -14,7 +14,7 @@
 
 namespace {
 
-/// The template without its licence, which ends at the first empty comment: what is written is its author's own.
+/// The template without its licence, which ends at the first empty comment: the new file belongs to its author.
 QByteArray filled(const char *resource, const QString &name, const QString &file)
 {
     static const QByteArray licenceEnd = "\n#\n";
@@ -25,7 +25,7 @@ QByteArray filled(const char *resource, const QString &name, const QString &file
     return content.replace("@NAME@", name.toUtf8()).replace("@FILE@", QFileInfo(file).fileName().toUtf8());
 }
 
-/// Where lint looks for them.
+/// Lint looks for samples here.
 QString samplesPath(const QString &driverFile)
 {
     const QFileInfo info(driverFile);
@@ -33,7 +33,7 @@ QString samplesPath(const QString &driverFile)
     return info.path() == QLatin1String(".") ? inFolder : info.dir().filePath(inFolder);
 }
 
-/// Empty when the file is written.
+/// Empty if the file was written.
 QString writeFault(const QString &path, const QByteArray &text)
 {
     QFile file(path);
@@ -50,7 +50,7 @@ QString writeBoth(const QString &driverFile, const QString &samplesFile, const Q
 {
     for (const QString &file : {driverFile, samplesFile}) {
         if (QFileInfo::exists(file))
-            return QStringLiteral("%1 is there already; it stays as it is").arg(file);
+            return QStringLiteral("%1 already exists; it is not changed").arg(file);
     }
     QString fault = writeFault(driverFile, filled("driver.tsv", name, driverFile));
     if (!fault.isEmpty())
@@ -67,7 +67,7 @@ QString writeBoth(const QString &driverFile, const QString &samplesFile, const Q
     return fault;
 }
 
-/// A driver of that name exists, and may need rows that a new one lacks.
+/// A driver with this name exists and may need rows that a new one lacks.
 QString takenFault(const QString &name)
 {
     const QString path = DriverDatabase(QString()).path();
@@ -75,15 +75,15 @@ QString takenFault(const QString &name)
     if (!QFileInfo::exists(path) || !driversInDatabase(path, ignored).contains(name))
         return QString();
     return QStringLiteral(
-               "there is a driver \"%1\" already; \"zelmar-label export-driver\" writes it as a file to begin "
-               "with")
+               "there is already a driver \"%1\"; \"zelmar-label export-driver\" writes it as a file to start "
+               "from")
         .arg(name);
 }
 
-/// What the user types next.
+/// The next commands for the user.
 void tellNextSteps(const QString &driverFile, const QString &samplesFile, const QString &name, const Streams &streams)
 {
-    streams.print(QStringLiteral("%1 is written, and its samples %2. Now change them, and try them with\n"
+    streams.print(QStringLiteral("Wrote %1 and its samples %2. Change them, then try them with\n"
                                  "  zelmar-label lint %1\n"
                                  "  zelmar-label compile %1 --into trial.db\n"
                                  "  zelmar-label check \"%3\" D100 --database trial.db")

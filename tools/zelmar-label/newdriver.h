@@ -7,8 +7,8 @@
 #include "commandline.h"
 #include "output.h"
 
-/// Writes the driver file to begin with and its samples, or neither. Refuses to overwrite a file, and names that would
-/// stand in the way of a custom label.
+/// Writes a template driver file and its samples, or neither. Does not overwrite files, and refuses names that prevent
+/// a custom label.
 ExitCode writeNewDriver(const Request &request, const Streams &streams);
 
 #endif

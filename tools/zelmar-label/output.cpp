@@ -40,7 +40,7 @@ QString counted(int count, const char *noun)
 
 JsonLine &JsonLine::add(const char *key, const QJsonValue &value)
 {
-    // Qt writes documents only, and sorts the keys of objects.
+    // Qt can only write whole documents, and sorts the keys of objects.
     const QByteArray array = QJsonDocument(QJsonArray{value}).toJson(QJsonDocument::Compact);
     if (!m_members.isEmpty())
         m_members += ',';

@@ -12,7 +12,7 @@
 
 class QIODevice;
 
-/// What the tool tells its caller by its exit code.
+/// The exit codes of the tool.
 enum ExitCode {
     Success = 0,
     AddressRefused = 1,
@@ -31,7 +31,7 @@ private:
     QByteArray m_members;
 };
 
-/// Texts in columns, two blanks apart. The last text of a row may be of any length and widens no column.
+/// Texts in columns, two blanks apart. The last text of a row does not widen its column.
 class TextTable
 {
 public:
@@ -45,20 +45,20 @@ private:
 /// "1 format", "2 formats".
 QString counted(int count, const char *noun);
 
-/// Where the tool reads and writes. Texts are UTF-8, whatever the locale.
+/// The input and output of the tool. Texts are always UTF-8.
 struct Streams
 {
     QIODevice &in;
     QIODevice &out;
     QIODevice &err;
     bool colored = false;
-    /// The error stream is a terminal, where a line can be written over.
+    /// The error stream is a terminal, which can overwrite a line.
     bool showsProgress = false;
 
     void print(const QString &line) const;
-    /// To the error stream, with the program's name in front.
+    /// To the error stream, after the program's name.
     void complain(const QString &sentence) const;
-    /// The lines of `table`, in color where they begin with a verdict.
+    /// Prints `table`; lines that begin with a verdict are colored.
     void print(const TextTable &table) const;
 };
 

@@ -26,7 +26,7 @@ QString quoted(const QString &text)
     return QLatin1Char('"') + text + QLatin1Char('"');
 }
 
-/// Nobody wants a tag table in somebody else's database. A project may begin as an empty one.
+/// A tag table must not be made in a database of another program. A project may be an empty file.
 bool isOfAnotherKind(const QStringList &tables)
 {
     return !tables.isEmpty() && !tables.contains(QStringLiteral("LINK"), Qt::CaseInsensitive);
@@ -49,7 +49,7 @@ Project::~Project()
 {
     if (m_isInTransaction)
         QSqlQuery(database()).exec(QStringLiteral("ROLLBACK"));
-    // Closes and removes the connection, once it is a project.
+    // Closes and removes the connection of an open project.
     TagSystem::drop();
     if (QSqlDatabase::contains(QLatin1String(connectionName)))
         QSqlDatabase::removeDatabase(QLatin1String(connectionName));
@@ -84,7 +84,7 @@ bool Project::open(const QString &path, Access access)
         m_streams.complain(QStringLiteral("%1 has no tag table; \"zelmar-label import\" makes one").arg(path));
         return false;
     }
-    // A table that is made is part of the transaction.
+    // A new tag table is part of the transaction.
     if (access == Access::ReadWrite && !m_hasTable && !begin())
         return false;
     m_isQuiet = !m_hasTable && access == Access::ReadOnly;
@@ -103,14 +103,14 @@ bool Project::isReadable() const
     return missing.isEmpty();
 }
 
-/// False after a complaint when the file is no database or one of another kind, or its tag table not one.
+/// False, with a message, if the file is not a project database or its tag table is invalid.
 bool Project::readTable()
 {
     const ProjectCheck check = checkProject(database(), m_path);
     m_hasTable = check.hasTagTable;
     QString problem = check.problem;
     if (problem.isEmpty() && !m_hasTable && isOfAnotherKind(database().tables()))
-        problem = QStringLiteral("%1 is no project: it has neither a tag table nor a table LINK").arg(m_path);
+        problem = QStringLiteral("%1 is not a project: it has neither a tag table nor a table LINK").arg(m_path);
     if (!problem.isEmpty())
         m_streams.complain(problem);
     return problem.isEmpty();
@@ -118,9 +118,9 @@ bool Project::readTable()
 
 bool Project::begin()
 {
-    // SQLite begins a transaction on such a file all the same.
+    // SQLite begins a transaction even on a read-only file.
     if (!QFileInfo(m_path).isWritable()) {
-        m_streams.complain(QStringLiteral("the project %1 may not be written").arg(m_path));
+        m_streams.complain(QStringLiteral("the project %1 is read-only").arg(m_path));
         return false;
     }
     QSqlQuery query(database());
@@ -151,7 +151,7 @@ bool Project::setRecipes(const QStringList &recipes)
         const int end = recipe.indexOf(QLatin1Char('='));
         const QString name = recipe.left(end);
         if (!m_tags->isRecipeTag(name)) {
-            m_streams.complain(QStringLiteral("\"%1\" is no name of a recipe tag: those begin with \"R>\"").arg(name));
+            m_streams.complain(QStringLiteral("\"%1\" is not a recipe tag name: those begin with \"R>\"").arg(name));
             return false;
         }
         const int tag = find(recipe.mid(end + 1));
@@ -183,7 +183,7 @@ int Project::find(const QString &text) const
     return -1;
 }
 
-/// Null when there is no such driver. The store keeps the label.
+/// Null if there is no such driver. The store owns the label.
 std::shared_ptr<Device> Project::deviceOf(int linkId, const QString &driver)
 {
     const auto known = m_devices.constFind(driver);

@@ -18,35 +18,35 @@
 
 class TagSystem;
 
-/// A project's connection to a device, and what the driver beside the program knows of it.
+/// A link of a project, and its driver beside the program.
 struct Link
 {
     bool exists = false;
     bool isEnabled = false;
     QString driver;
     QList<int> stations;
-    /// Null when there is no such driver.
+    /// Null if there is no such driver.
     std::shared_ptr<Device> device;
 };
 
-/// A project database, open. What the library would show in a message box goes to the error stream. One at a time.
+/// An open project database. The library's message boxes go to the error stream. Only one object at a time.
 class Project
 {
 public:
     enum class Access {
         ReadOnly,
-        ReadWrite, ///< the file has to be there; its tag table is made if it is missing
+        ReadWrite, ///< the file must exist; its tag table is made if it is missing
     };
 
     explicit Project(const Streams &streams);
     ~Project();
     Q_DISABLE_COPY(Project)
 
-    /// False, after a complaint, when it is no project or cannot be opened. With write access a transaction is open
-    /// from then on, which is rolled back unless it is committed.
+    /// False, with a message, if it is not a project or cannot be opened. Write access opens a transaction, which is
+    /// rolled back unless it is committed.
     bool open(const QString &path, Access access);
 
-    /// Takes a project that has no tag table yet, and cannot be given one, for one without tags.
+    /// Treats a project without a tag table that cannot get one as a project without tags.
     void takeMissingTable() { m_takesMissingTable = true; }
 
     bool commit();
@@ -57,18 +57,18 @@ public:
     QSqlDatabase database() const;
     const QString &path() const { return m_path; }
 
-    /// True once the library has had something to complain of.
+    /// True once the library has reported an error.
     bool hasFailed() const { return m_hasFailed; }
 
-    /// Hands recipe tags over to the project, as "NAME=TAG". False after a complaint.
+    /// Sets recipe tags of the project, given as "NAME=TAG". False after an error message.
     bool setRecipes(const QStringList &recipes);
 
-    /// The id of the tag that the text names, or whose id it is; -1 after a complaint.
+    /// The id of the tag with this name or id; -1 after an error message.
     int find(const QString &text) const;
 
     const Link &link(int id);
 
-    /// Why the link's device has no item of the type at the address; empty when it has.
+    /// Why the link's device has no item of the type at the address; empty if it has.
     QString refusal(int linkId, int dataType, const QString &address, int scale);
     QString refusal(int tagId);
 

@@ -30,7 +30,7 @@ QJsonValue textOrNull(const QString &text)
     return text.isEmpty() ? QJsonValue() : QJsonValue(text);
 }
 
-/// The end of the addresses that the device address belongs to.
+/// The last address of the row of the device address.
 QString endOf(const Link &link, const QString &address, int type)
 {
     const ResolvedAddress resolved = link.device->resolve(address, type);
@@ -108,7 +108,7 @@ ExitCode ProjectWorker::makeSample() const
 {
     const QString path = m_request.project;
     if (QFileInfo::exists(path)) {
-        m_streams.complain(QStringLiteral("%1 is there already; it stays as it is").arg(path));
+        m_streams.complain(QStringLiteral("%1 already exists; it is not changed").arg(path));
         return Unreadable;
     }
     {
@@ -254,7 +254,7 @@ ExitCode ProjectWorker::exportTags(Project &project) const
         const PlainTag tag = plainTag(tags, id);
         if (names.contains(tag.name))
             m_streams.complain(
-                QStringLiteral("more than one tag has the name \"%1\": import takes only the first").arg(tag.name));
+                QStringLiteral("more than one tag has the name \"%1\": import uses only the first").arg(tag.name));
         names.insert(tag.name);
         if (m_request.json)
             m_streams.print(JsonLine()
@@ -282,7 +282,7 @@ ExitCode ProjectWorker::printCommands(Project &project, int id) const
     const int linkId = tags.getCommunicatorID(id);
     if (linkId == 0) {
         if (m_request.count > 1)
-            return refuse(text, QStringLiteral("it is on no device, so that no items follow it"));
+            return refuse(text, QStringLiteral("it has no device, so no items follow it"));
         printCommands({command});
         return Success;
     }
@@ -304,7 +304,7 @@ ExitCode ProjectWorker::printBlocks(Project &project, int id) const
         return refuse(text, refusal);
     const int linkId = tags.getCommunicatorID(id);
     if (linkId == 0)
-        return refuse(text, QStringLiteral("it is on no device, so that there is nothing to read in blocks"));
+        return refuse(text, QStringLiteral("it has no device, so there are no blocks to read"));
     QList<CommunicatorCommand> blocks;
     if (tags.creatBlockCommand(id, m_request.count, blocks)) {
         printCommands(blocks);
@@ -312,7 +312,7 @@ ExitCode ProjectWorker::printBlocks(Project &project, int id) const
     }
     const int made = tags.getContinuousCommand(id, m_request.count).size();
     if (made >= m_request.count)
-        return refuse(text, QStringLiteral("the driver allows no block that holds an item of its type"));
+        return refuse(text, QStringLiteral("the driver allows no block with an item of its type"));
     bool isCommand = false;
     const CommunicatorCommand command = tags.getCommunicatorCommandByIndex(id, isCommand);
     return refuse(text, shortfall(project.link(linkId), command, made, m_request.count));

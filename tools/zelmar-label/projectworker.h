@@ -12,7 +12,7 @@
 class CommunicatorCommand;
 class Project;
 
-/// Carries out a request about a project on the streams that it is given.
+/// Executes a request about a project on the given streams.
 class ProjectWorker
 {
 public:

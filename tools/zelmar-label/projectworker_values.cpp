@@ -85,7 +85,7 @@ ExitCode ProjectWorker::decode(Project &project, int id) const
         return refuse(tag, QStringLiteral("there is no data type %1").arg(type));
     QByteArray bytes;
     if (!bytesOfHex(text, bytes))
-        return refuse(tag, QStringLiteral("\"%1\" is no row of bytes in hexadecimal").arg(text));
+        return refuse(tag, QStringLiteral("\"%1\" is not a list of hexadecimal bytes").arg(text));
     const bool isText = type == tagtype::Ascii;
     const int size = isText ? tags.getScaleByID(id) : tags.getDataSizeByType(type);
     if (bytes.isEmpty() || bytes.size() > size || (!isText && bytes.size() < size))

@@ -26,18 +26,18 @@ std::optional<int> filterOf(const QString &word)
         return label::anyType;
     if (word == QLatin1String("bit"))
         return label::BitType;
-    // Any type but 0 stands for all registers.
+    // Every type except 0 selects all registers.
     return word == QLatin1String("register") ? std::optional<int>(label::WordType) : std::nullopt;
 }
 
-/// An argument as the usage names it: in capitals, in brackets if it may be left out, with points if more may follow.
+/// An argument in the usage: in capitals, in brackets if optional, with dots if more may follow.
 struct Argument
 {
     explicit Argument(QString word)
         : isOptional(word.startsWith(QLatin1Char('[')))
     {
         word.remove(QLatin1Char('[')).remove(QLatin1Char(']'));
-        // Bytes are set off by blanks or not.
+        // Bytes may be separated by blanks.
         takesMany = word.endsWith(QLatin1String("...")) || word == QLatin1String("HEXBYTES");
         static const QHash<QString, QString> meanings = {
             {QStringLiteral("DRIVER"), QStringLiteral("the driver")},
@@ -46,7 +46,7 @@ struct Argument
             {QStringLiteral("PROJECT"), QStringLiteral("the project")},
             {QStringLiteral("TAG"), QStringLiteral("the tag")},
             {QStringLiteral("VALUE"), QStringLiteral("the value")},
-            {QStringLiteral("HEXBYTES"), QStringLiteral("the row of bytes")},
+            {QStringLiteral("HEXBYTES"), QStringLiteral("the list of bytes")},
             {QStringLiteral("FILE"), QStringLiteral("the file to make")},
             {QStringLiteral("FILE.csv"), QStringLiteral("the file to read")},
             {QStringLiteral("FILE.tsv"), QStringLiteral("the driver file")},
@@ -59,7 +59,7 @@ struct Argument
     bool takesMany = false;
 };
 
-/// The arguments behind the options of a usage; an option in front of them that is needed has its value behind it.
+/// The arguments after the options of a usage; a required option before them is followed by its value.
 QList<Argument> argumentsOf(const CommandText &text)
 {
     QList<Argument> arguments;
@@ -76,14 +76,14 @@ QList<Argument> argumentsOf(const CommandText &text)
     return arguments;
 }
 
-/// Qt takes a negative number for options of one letter each.
+/// Qt reads a negative number as options of one letter each.
 QString hintOfNegativeNumber(const QString &error, const QStringList &arguments)
 {
     static const QRegularExpression digitAsOption(QStringLiteral("^Unknown options?:? '?[0-9.]"));
     static const QRegularExpression negative(QStringLiteral("^-[0-9.]+$"));
     const int index = digitAsOption.match(error).hasMatch() ? arguments.indexOf(negative) : -1;
     return index < 0 ? QString()
-                     : QStringLiteral("\"%1\" reads as an option; write -- in front of it").arg(arguments.at(index));
+                     : QStringLiteral("\"%1\" looks like an option; write -- before it").arg(arguments.at(index));
 }
 
 } // namespace
@@ -123,7 +123,7 @@ void RequestReader::fail(const QString &sentence)
         m_error = sentence;
 }
 
-/// Qt's help text begins with the program's path as it was called.
+/// Qt's help text begins with the program's path.
 QString RequestReader::help() const
 {
     const QString text = m_parser.helpText();
@@ -166,7 +166,7 @@ void RequestReader::readOptions()
     m_request.debug = m_parser.isSet(QStringLiteral("debug"));
     for (const char *const option : {"database", "folder", "samples"}) {
         const QString name = QLatin1String(option);
-        // Qt warns of options that a command does not have.
+        // Qt warns about options that a command does not have.
         if (m_parser.optionNames().contains(name) && m_parser.value(name).isEmpty())
             fail(QStringLiteral("--%1 is empty").arg(name));
     }
@@ -294,7 +294,7 @@ std::optional<int> RequestReader::wholeNumber(const char *option)
     const int number = text.toInt(&isNumber);
     if (isNumber)
         return number;
-    fail(QStringLiteral("--%1 \"%2\" is no whole number, or too large a one").arg(QLatin1String(option), text));
+    fail(QStringLiteral("--%1 \"%2\" is not a whole number, or is too large").arg(QLatin1String(option), text));
     return std::nullopt;
 }
 

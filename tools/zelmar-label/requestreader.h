@@ -9,7 +9,7 @@
 
 #include <QCommandLineParser>
 
-/// Reads the arguments of one command; the first thing that is wrong with them is the error.
+/// Reads the arguments of one command; reports the first error.
 class RequestReader
 {
 public:

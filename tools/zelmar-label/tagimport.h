@@ -10,7 +10,7 @@
 
 class Project;
 
-/// Adds the tags of a CSV file to a project and changes those that it has, all of them or none.
+/// Adds the tags of a CSV file to a project and changes existing ones, all or none.
 class TagImport
 {
 public:

@@ -34,7 +34,7 @@ QJsonValue textOrNull(const QString &text)
     return text.isEmpty() ? QJsonValue() : QJsonValue(text);
 }
 
-/// What is told of an accepted address.
+/// The output for an accepted address.
 struct Content
 {
     Content(Device &device, const ResolvedAddress &address)
@@ -42,7 +42,7 @@ struct Content
         int registerRow = -1;
         if (device.row(address.row).type() == label::BitType)
             registerAddress = device.registerOfBit(address, registerRow);
-        // Read last: the register may have added a row, and rows move then.
+        // Read last: the register may have added a row, which moves rows.
         const label::CommandFormatter &row = device.row(address.row);
         format = row.formatString();
         prefix = row.getEditorUsedPrefixsymbol();
@@ -124,7 +124,7 @@ QStringList verdictHeader()
             QStringLiteral("bit"),     QStringLiteral("kind"),    QStringLiteral("register")};
 }
 
-/// The description without the example, which has a column of its own.
+/// The description without the example, which has its own column.
 QString meaning(const QString &description)
 {
     const int example = description.lastIndexOf(QLatin1String(", e.g. "));

@@ -14,7 +14,7 @@ class Device;
 class DriverDatabase;
 struct ResolvedAddress;
 
-/// Carries out a request about a driver on the streams that it is given.
+/// Executes a request about a driver on the given streams.
 class Worker
 {
 public:

@@ -18,7 +18,7 @@ constexpr int allRegisters = label::WordType;
 
 int bytesOf(int dataType)
 {
-    // In the order of the data types; bits are not cut.
+    // In the order of the data types; bits cannot be cut.
     constexpr std::array<int, 6> bytes = {0, 1, 2, 4, 8, 1};
     return bytes.at(static_cast<std::size_t>(dataType));
 }
@@ -39,7 +39,7 @@ QString endSentence(const label::CommandFormatter &row)
     return QStringLiteral("%1 ends at %2%3").arg(label::formatName(row), row.end(), label::radixRemark(row.base()));
 }
 
-/// The library's run of addresses, held against the driver.
+/// The library's run of addresses, checked against the driver.
 class Run
 {
 public:
@@ -59,7 +59,7 @@ public:
         cutAtForeignAddress();
     }
 
-    /// Why there are fewer addresses than asked for.
+    /// Why there are fewer addresses than requested.
     QString endReason() const
     {
         if (!m_foreign.isEmpty())
@@ -74,7 +74,7 @@ public:
             .arg(label::formatName(row), row.start(), label::radixRemark(row.base()));
     }
 
-    /// False when it is not the limits that end the run.
+    /// False if the run does not end at the limits.
     bool endsAtLimit() const { return m_endsAtLimit; }
 
     QList<CommunicatorCommand> commands;
@@ -87,7 +87,7 @@ private:
                row.getbitOffset(address) == row.getbitOffset(m_start.device);
     }
 
-    /// Numbers that the library's run goes on by.
+    /// The step of the library's run, in numbers.
     int step(const label::CommandFormatter &row) const
     {
         const auto unit = static_cast<int>(numbersInUnit(row));
@@ -97,8 +97,8 @@ private:
         return wider == 1 || wider == 2 ? 2 * wider * unit : unit;
     }
 
-    /// Why the first number that the run left out is not aligned; empty when it is the limits that it misses. Not every
-    /// alignment tells the library how far apart good numbers are.
+    /// Why the first omitted number is not aligned; empty if it is outside the limits. Not every alignment gives the
+    /// library the distance between valid numbers.
     QString alignmentReason(const label::CommandFormatter &row) const
     {
         if (row.type() == label::BitType)
@@ -116,8 +116,7 @@ private:
         return QString();
     }
 
-    /// The library holds the bit against the limits, but not the word of a bit; and it leaves out a text behind the
-    /// bit.
+    /// The library compares the bit with the limits, but not the word of a bit. It also drops text after the bit.
     void cutAtForeignAddress()
     {
         for (int index = 0; index < commands.size(); ++index) {
@@ -133,7 +132,7 @@ private:
 
     bool isOwn(const QString &address) const
     {
-        // A negative number would read as a station.
+        // A negative number would be read as a station.
         if (address.contains(QLatin1Char('-')))
             return false;
         return m_request.unchecked || m_device.row(m_start.row).isAddressValid(address);
@@ -142,7 +141,7 @@ private:
     void explainForeign()
     {
         if (m_foreign.contains(QLatin1Char('-'))) {
-            m_foreignReason = QStringLiteral("numbers do not go below 0");
+            m_foreignReason = QStringLiteral("numbers cannot be below 0");
             return;
         }
         const int type = m_device.row(m_start.row).type();
@@ -150,7 +149,7 @@ private:
         using Kind = label::AddressDiagnosis::Kind;
         m_endsAtLimit = diagnosis.kind == Kind::AboveLast || diagnosis.kind == Kind::BelowFirst;
         m_foreignReason = m_endsAtLimit ? label::diagnosisSentence(diagnosis)
-                                        : QStringLiteral("%1 would follow, which is no address of %2")
+                                        : QStringLiteral("the next address would be %1, which is not an address of %2")
                                               .arg(m_foreign, label::formatName(m_device.row(m_start.row)));
     }
 
@@ -162,7 +161,7 @@ private:
     bool m_endsAtLimit = true;
 };
 
-/// The blocks of one run, held against the driver.
+/// The blocks of one run, checked against the driver.
 class BlockRun
 {
 public:
@@ -180,7 +179,7 @@ public:
     }
 
     QList<CommunicatorCommand> blocks;
-    /// Why there are none.
+    /// Why there are no blocks.
     QString reason;
 
 private:
@@ -200,14 +199,14 @@ private:
             return;
         }
         if (!areSideBySide(registerRow, m_device.row(registerRow).getAddresRangePart(registerAddress), bitsInUnit)) {
-            reason = QStringLiteral("the bits that follow do not stand side by side in registers");
+            reason = QStringLiteral("the bits that follow are not adjacent in registers");
             return;
         }
         ofNumbers(registerRow, registerAddress, (offset + m_count + bitsInUnit - 1) / bitsInUnit);
     }
 
-    /// The bits that follow by the driver's own rule have to be those that follow in the registers: the next "done" bit
-    /// is that of the next timer. Two registers' worth of bits shows each way of stepping and of carrying.
+    /// The next bits by the driver's rule must be the next bits in the registers: the next "done" bit belongs to the
+    /// next timer. Bits of two registers show every step and every carry.
     bool areSideBySide(int registerRow, int firstNumber, qint64 bitsInUnit)
     {
         const int shown = static_cast<int>(qMin<qint64>(m_count, 2 * bitsInUnit));
@@ -217,7 +216,7 @@ private:
         for (int index = 0; index < bits.size(); ++index) {
             ResolvedAddress bit = m_start;
             bit.device = bits.at(index).address;
-            // Whether the end of the range is met is another question.
+            // The end of the range is checked elsewhere.
             if (!m_device.row(bit.row).isAddressValid(bit.device))
                 return true;
             int row = -1;
@@ -263,11 +262,11 @@ private:
     QString cannotBeBlocked() const
     {
         return QStringLiteral(
-                   "addresses like %1 cannot be read in blocks: a block is named by a symbol and a number alone")
+                   "addresses like %1 cannot be read in blocks: a block address has only a symbol and a number")
             .arg(m_start.device);
     }
 
-    /// Blocks are named by the row's symbol, and not like the address that they begin with.
+    /// Blocks are named by the row's symbol, not by the text of their first address.
     void hold(const label::CommandFormatter &row, qint64 number, const QList<CommunicatorCommand> &made)
     {
         const qint64 step = row.aligmentSize() > 1 ? static_cast<qint64>(row.datasize()) * 8 : 1;
@@ -299,7 +298,7 @@ CommunicatorCommand itemCommand(const ResolvedAddress &address, int dataType, in
     CommunicatorCommand command = Device::command(address, dataType);
     if (length == 1)
         return command;
-    // Beyond one item the library counts bytes, whatever the type.
+    // For more than one item, the library counts bytes for every type.
     command.dataType = CommunicatorCommand::Text;
     command.length = static_cast<quint64>(length) * static_cast<quint64>(bytesOf(dataType));
     return command;
@@ -324,7 +323,7 @@ ExitCode Worker::printNext(Device &device) const
     if (!start.isAccepted())
         return refuse(text, start.reason);
     if (device.row(start.row).getAddresRangePart(start.device) < 0)
-        return refuse(text, QStringLiteral("its number cannot be read, so that none follows"));
+        return refuse(text, QStringLiteral("its number cannot be read, so no address follows"));
     const Run run(device, start, m_request);
     for (const CommunicatorCommand &command : run.commands) {
         if (m_request.json)
@@ -357,7 +356,7 @@ ExitCode Worker::printUnits(Device &device) const
     const qint64 needed = (bytes + unit - 1) / unit;
     const int number = row.getAddresRangePart(start.device);
     if (needed > 1 && number < 0)
-        return refuse(text, QStringLiteral("its number cannot be read, so that none follows"));
+        return refuse(text, QStringLiteral("its number cannot be read, so no address follows"));
     const QList<CommunicatorCommand> units =
         device.label().normalizeCommand(start.row, itemCommand(start, m_request.dataType, m_request.length));
     TextTable table;

@@ -47,7 +47,7 @@ p, li { white-space: pre-wrap; }
     </message>
     <message>
         <source>Start at: </source>
-        <translation>Beginn bei: </translation>
+        <translation>Startwert: </translation>
     </message>
     <message>
         <source>Address Increment: </source>
