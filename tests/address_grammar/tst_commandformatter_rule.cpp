@@ -53,6 +53,8 @@ private Q_SLOTS:
     void specialType();
     void bitOffsets_data();
     void bitOffsets();
+    void severalAlignments_data();
+    void severalAlignments();
     void bitOffsetOfARuleWithoutRadixIsLogged_data();
     void bitOffsetOfARuleWithoutRadixIsLogged();
     void theNumberOfABitRow_data();
@@ -404,6 +406,15 @@ void TestCommandFormatterRule::bitOffsets_data()
     QTest::newRow("one plain number in radix 8") << "(X)([0-7]+)"
                                                  << "union-oct:rm8"
                                                  << "X17" << 7;
+    QTest::newRow("two alignments, of which the first counts") << "(M)(\\d+)"
+                                                               << "union-dec:rm8rm8a1"
+                                                               << "M37" << 5;
+    QTest::newRow("two alignments in the other order") << "(M)(\\d+)"
+                                                       << "union-dec:rm8a1rm8"
+                                                       << "M37" << 5;
+    QTest::newRow("alignments of two widths") << "(M)(\\d+)"
+                                              << "union-dec:rm16rm8a1"
+                                              << "M37" << 4;
     QTest::newRow("a word that no radix reads") << "(D)(\\d+\\.\\d)"
                                                 << "dot-bin:r"
                                                 << "D100.1" << -1;
@@ -422,6 +433,31 @@ void TestCommandFormatterRule::bitOffsets()
     m_log->take();
     QTEST(formatter.getbitOffset(address), "bit");
     QCOMPARE(m_log->lines(), QStringList());
+}
+
+void TestCommandFormatterRule::severalAlignments_data()
+{
+    QTest::addColumn<QString>("tail");
+    QTest::addColumn<int>("size");
+    QTest::addColumn<QList<int>>("valid");
+    QTest::newRow("of 8, and plus 1") << ":rm8rm8a1" << 8 << QList<int>{0, 8, 16, 32, 64};
+    QTest::newRow("of 16, and of 8 plus 1") << ":rm16rm8a1" << 8 << QList<int>{1, 9, 17, 33, 65};
+    QTest::newRow("of 16, and of 16 plus 1") << ":rm16rm16a1" << 16 << QList<int>{0, 16, 32, 64};
+    QTest::newRow("of 64 plus 1, and of 16") << ":rm64a1rm16" << 16 << QList<int>{0, 16, 32, 64};
+    QTest::newRow("of 64 plus 1, and of 16 plus 1") << ":rm64a1rm16a1" << 1 << QList<int>{1, 65};
+}
+
+/// All answers come from the kind that is first in their order, wherever the tail names it.
+void TestCommandFormatterRule::severalAlignments()
+{
+    QFETCH(QString, tail);
+    QFETCH(int, size);
+    QFETCH(QList<int>, valid);
+    const CommandFormatter formatter = formatterWithRule("dot-f" + tail);
+    QCOMPARE(formatter.aligmentSize(), size);
+    QCOMPARE(formatter.isTypeRangeNeedAlignmentByte(), size > 1);
+    for (const int value : {0, 1, 8, 9, 16, 17, 32, 33, 64, 65})
+        QCOMPARE(formatter.validateMultiple(value), valid.contains(value));
 }
 
 void TestCommandFormatterRule::bitOffsetOfARuleWithoutRadixIsLogged_data()

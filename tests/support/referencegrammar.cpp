@@ -241,10 +241,9 @@ int Rule::onePartBitOffset(const QString &range) const
     int number = toNumber(range, radix, ok);
     if (!ok)
         return -1;
-    const int modulus = m8() || m16() || m8add1() || m16add1() ? aligmentSize() : 1;
     if (m8add1() || m16add1())
         number = plus(number, -1);
-    return number % modulus;
+    return number % aligmentSize();
 }
 
 QString Rule::registerSymbol(const QString &defaultSymbol) const
@@ -282,6 +281,8 @@ int Rule::bitRadix() const
     return lowered == QLatin1String("oct") ? 8 : -1;
 }
 
+// A rule has one kind of alignment at most, the first of these that its text names.
+
 bool Rule::m8() const
 {
     return isCompound() ? tailHolds("rm8(?!a)") : text.toLower() == QLatin1String("m8");
@@ -290,27 +291,31 @@ bool Rule::m8() const
 bool Rule::m8add1() const
 {
     const QString lowered = text.toLower();
-    return isCompound() ? tailHolds("rm8a1\\w*")
-                        : lowered == QLatin1String("m8a1") || lowered == QLatin1String("m8add1");
+    const bool isNamed =
+        isCompound() ? tailHolds("rm8a1\\w*") : lowered == QLatin1String("m8a1") || lowered == QLatin1String("m8add1");
+    return isNamed && !m8();
 }
 
 bool Rule::m16() const
 {
-    return isCompound() ? tailHolds("rm16(?!a)") : text.toLower() == QLatin1String("m16");
+    const bool isNamed = isCompound() ? tailHolds("rm16(?!a)") : text.toLower() == QLatin1String("m16");
+    return isNamed && !m8() && !m8add1();
 }
 
 bool Rule::m64add1() const
 {
     const QString lowered = text.toLower();
-    return isCompound() ? word(3).toLower().startsWith(QLatin1String(":rm64a1"))
-                        : lowered == QLatin1String("m64a1") || lowered == QLatin1String("m64add1");
+    const bool isNamed = isCompound() ? word(3).toLower().startsWith(QLatin1String(":rm64a1"))
+                                      : lowered == QLatin1String("m64a1") || lowered == QLatin1String("m64add1");
+    return isNamed && !m8() && !m8add1() && !m16();
 }
 
 bool Rule::m16add1() const
 {
     const QString lowered = text.toLower();
-    return isCompound() ? tailHolds("rm16a1\\w*")
-                        : lowered == QLatin1String("m16a1") || lowered == QLatin1String("m16add1");
+    const bool isNamed = isCompound() ? tailHolds("rm16a1\\w*")
+                                      : lowered == QLatin1String("m16a1") || lowered == QLatin1String("m16add1");
+    return isNamed && !m8() && !m8add1() && !m16() && !m64add1();
 }
 
 bool Rule::isAligned(int value) const

@@ -109,7 +109,7 @@ private:
         if (!isKnown)
             unknownWord(m_rule.registerTail, "tail", ":n, :r, :rm8, :rm8a1, :rm16, :rm16a1, :rm64a1, :rfam3");
         else if (m_rule.isOnePart() && m_rule.canConvertToRegister() &&
-                 m_rule.registerAlignment() == MultipleRule::RegisterAlignment::None)
+                 m_rule.registerAlignment() == MultipleRule::Alignment::None)
             error("rule-word",
                   QStringLiteral("the rule '%1' says that a register holds the bit, but not which one: a plain bit "
                                  "number needs the number of bits in a register")

@@ -101,15 +101,16 @@ QString CommandFormatter::convertedRagisterCommandRange(const QString &address) 
     // Wrapped, since the number before the lowest one must not be undefined.
     const int before = wrappingDifference(value, 1);
     switch (m_multipleRule.registerAlignment()) {
-    case MultipleRule::RegisterAlignment::Of8:
+    case MultipleRule::Alignment::Of8:
         return numberText(value - value % 8, m_base);
-    case MultipleRule::RegisterAlignment::Of8Plus1:
+    case MultipleRule::Alignment::Of8Plus1:
         return numberText(before / 8 * 8 + 1, m_base);
-    case MultipleRule::RegisterAlignment::Of16:
+    case MultipleRule::Alignment::Of16:
         return numberText(value - value % 16, m_base);
-    case MultipleRule::RegisterAlignment::Of16Plus1:
+    case MultipleRule::Alignment::Of16Plus1:
         return numberText(before / 16 * 16 + 1, m_base);
-    case MultipleRule::RegisterAlignment::None:
+    case MultipleRule::Alignment::None:
+    case MultipleRule::Alignment::Of64Plus1:
         break;
     }
     return QString();

@@ -60,9 +60,42 @@ bool holds(const QString &text, const QString &expression)
     return QRegExp(expression).indexIn(text) >= 0;
 }
 
-bool equalsAny(const QString &text, QLatin1String first, QLatin1String second)
+/// The first alignment that a lowered tail names, all but `Of64Plus1`.
+MultipleRule::Alignment tailAlignment(const QString &tail)
 {
-    return text == first || text == second;
+    if (holds(tail, QStringLiteral("rm8(?!a)")))
+        return MultipleRule::Alignment::Of8;
+    if (tail.contains(QLatin1String("rm8a1")))
+        return MultipleRule::Alignment::Of8Plus1;
+    if (holds(tail, QStringLiteral("rm16(?!a)")))
+        return MultipleRule::Alignment::Of16;
+    if (tail.contains(QLatin1String("rm16a1")))
+        return MultipleRule::Alignment::Of16Plus1;
+    return MultipleRule::Alignment::None;
+}
+
+/// The alignment that a lowered plain text names.
+MultipleRule::Alignment wordAlignment(const QString &text)
+{
+    static const struct
+    {
+        QLatin1String word;
+        MultipleRule::Alignment alignment;
+    } knownWords[] = {
+        {QLatin1String("m8"), MultipleRule::Alignment::Of8},
+        {QLatin1String("m8a1"), MultipleRule::Alignment::Of8Plus1},
+        {QLatin1String("m8add1"), MultipleRule::Alignment::Of8Plus1},
+        {QLatin1String("m16"), MultipleRule::Alignment::Of16},
+        {QLatin1String("m64a1"), MultipleRule::Alignment::Of64Plus1},
+        {QLatin1String("m64add1"), MultipleRule::Alignment::Of64Plus1},
+        {QLatin1String("m16a1"), MultipleRule::Alignment::Of16Plus1},
+        {QLatin1String("m16add1"), MultipleRule::Alignment::Of16Plus1},
+    };
+    for (const auto &known : knownWords) {
+        if (text == known.word)
+            return known.alignment;
+    }
+    return MultipleRule::Alignment::None;
 }
 
 } // namespace
@@ -144,32 +177,18 @@ void MultipleRule::parseBitRadix()
 void MultipleRule::parseAlignment(bool isCompound)
 {
     const QString tail = registerTail.toLower();
-    const bool tailOf8 = holds(tail, QStringLiteral("rm8(?!a)"));
-    const bool tailOf8Plus1 = holds(tail, QStringLiteral("rm8a1\\w*"));
-    const bool tailOf16 = holds(tail, QStringLiteral("rm16(?!a)"));
-    const bool tailOf16Plus1 = holds(tail, QStringLiteral("rm16a1\\w*"));
     m_canConvertToRegister = tail.startsWith(QLatin1String(":r"));
     m_appendsFirstBit = tail.startsWith(QLatin1String(":rfam3"));
-    m_registerAlignment = tailOf8         ? RegisterAlignment::Of8
-                          : tailOf8Plus1  ? RegisterAlignment::Of8Plus1
-                          : tailOf16      ? RegisterAlignment::Of16
-                          : tailOf16Plus1 ? RegisterAlignment::Of16Plus1
-                                          : RegisterAlignment::None;
+    m_registerAlignment = tailAlignment(tail);
     if (isCompound) {
-        m_multipleOf8 = tailOf8;
-        m_multipleOf8Plus1 = tailOf8Plus1;
-        m_multipleOf16 = tailOf16;
-        m_multipleOf64Plus1 = tail.startsWith(QLatin1String(":rm64a1"));
-        m_multipleOf16Plus1 = tailOf16Plus1;
+        const bool isOf64Plus1 = tail.startsWith(QLatin1String(":rm64a1"));
+        const bool comesFirst = m_registerAlignment != Alignment::None && m_registerAlignment < Alignment::Of64Plus1;
+        m_alignment = isOf64Plus1 && !comesFirst ? Alignment::Of64Plus1 : m_registerAlignment;
         m_needOptimize = tail.startsWith(QLatin1String(":n"));
         return;
     }
     const QString lowered = text.toLower();
-    m_multipleOf8 = lowered == QLatin1String("m8");
-    m_multipleOf8Plus1 = equalsAny(lowered, QLatin1String("m8a1"), QLatin1String("m8add1"));
-    m_multipleOf16 = lowered == QLatin1String("m16");
-    m_multipleOf64Plus1 = equalsAny(lowered, QLatin1String("m64a1"), QLatin1String("m64add1"));
-    m_multipleOf16Plus1 = equalsAny(lowered, QLatin1String("m16a1"), QLatin1String("m16add1"));
+    m_alignment = wordAlignment(lowered);
     m_needOptimize = !lowered.startsWith(QLatin1Char('n'));
 }
 
@@ -236,7 +255,7 @@ int MultipleRule::onePartBitOffset(const QString &range) const
     const std::optional<int> number = readNumber(range, m_bitRadix);
     if (!number)
         return -1;
-    const bool countsFromOne = m_multipleOf8Plus1 || m_multipleOf16Plus1;
+    const bool countsFromOne = m_alignment == Alignment::Of8Plus1 || m_alignment == Alignment::Of16Plus1;
     return (countsFromOne ? wrappingDifference(*number, 1) : *number) % aligmentSize();
 }
 
@@ -248,25 +267,36 @@ QString MultipleRule::registerSymbol(const QString &defaultSymbol) const
 
 bool MultipleRule::isAligned(int value) const
 {
-    if (m_multipleOf8)
+    switch (m_alignment) {
+    case Alignment::Of8:
         return isMultipleOf8(value);
-    if (m_multipleOf8Plus1)
+    case Alignment::Of8Plus1:
         return isMultipleOf8Plus1(value);
-    if (m_multipleOf16)
+    case Alignment::Of16:
         return isMultipleOf16(value);
-    if (m_multipleOf64Plus1)
+    case Alignment::Of64Plus1:
         return isMultipleOf64Plus1(value);
-    if (m_multipleOf16Plus1)
+    case Alignment::Of16Plus1:
         return isMultipleOf16Plus1(value);
+    case Alignment::None:
+        break;
+    }
     return true;
 }
 
 int MultipleRule::aligmentSize() const
 {
-    if (m_multipleOf8 || m_multipleOf8Plus1)
+    switch (m_alignment) {
+    case Alignment::Of8:
+    case Alignment::Of8Plus1:
         return 8;
-    if (m_multipleOf16 || m_multipleOf16Plus1)
+    case Alignment::Of16:
+    case Alignment::Of16Plus1:
         return 16;
+    case Alignment::None:
+    case Alignment::Of64Plus1:
+        break;
+    }
     return 1;
 }
 

@@ -71,16 +71,13 @@ public:
     bool isAligned(int value) const;
 
     /// True when the rule restricts numbers at all.
-    bool hasAlignment() const
-    {
-        return m_multipleOf8 || m_multipleOf8Plus1 || m_multipleOf16 || m_multipleOf64Plus1 || m_multipleOf16Plus1;
-    }
+    bool hasAlignment() const { return m_alignment != Alignment::None; }
 
     /// Numbers that one group of the alignment spans: 8, 16, or 1 (also for "multiple of 64, plus 1").
     int aligmentSize() const;
 
     /// True when numbers count single bits: multiples of 8 or 16, with or without the plus 1.
-    bool countsBits() const { return m_multipleOf8 || m_multipleOf16 || m_multipleOf8Plus1 || m_multipleOf16Plus1; }
+    bool countsBits() const { return aligmentSize() > 1; }
 
     /// True when commands of the format may be optimised.
     bool needOptimize() const { return m_needOptimize; }
@@ -94,15 +91,19 @@ public:
     /// Fewest digits of a bit part in a new address: 2 when the text holds "last2" anywhere, else 1.
     int minimumBitDigits() const { return m_minimumBitDigits; }
 
-    /// How the register of a bit on a rule that does not split is aligned; told by the tail alone.
-    enum class RegisterAlignment {
-        None,      ///< no register number can be made
-        Of8,       ///< down to a multiple of 8
-        Of8Plus1,  ///< down to a multiple of 8, plus 1
-        Of16,      ///< down to a multiple of 16
-        Of16Plus1, ///< down to a multiple of 16, plus 1
+    /// Which numbers are valid. A contrived tail can name several; the first of this list counts.
+    enum class Alignment {
+        None,      ///< every number
+        Of8,       ///< multiples of 8
+        Of8Plus1,  ///< multiples of 8, plus 1
+        Of16,      ///< multiples of 16
+        Of64Plus1, ///< multiples of 64, plus 1
+        Of16Plus1, ///< multiples of 16, plus 1
     };
-    RegisterAlignment registerAlignment() const { return m_registerAlignment; }
+
+    /// How the register of a bit on a rule that does not split is aligned: its number goes down to the next valid one.
+    /// Only the tail counts, also of a plain text. `None`: no register number can be made; never `Of64Plus1`.
+    Alignment registerAlignment() const { return m_registerAlignment; }
 
     /// The rule text as it stands in the column.
     QString text;
@@ -127,18 +128,14 @@ private:
     void parseAlignment(bool isCompound);
 
     Separator m_separator = Separator::Unknown;
-    RegisterAlignment m_registerAlignment = RegisterAlignment::None;
+    Alignment m_alignment = Alignment::None;
+    Alignment m_registerAlignment = Alignment::None;
     QString m_splitString;
     int m_bitRadix = -1;
     int m_readRadix = -1;
     int m_minimumBitDigits = 1;
     bool m_countsBitsFromOne = false;
     bool m_appendsFirstBit = false;
-    bool m_multipleOf8 = false;
-    bool m_multipleOf8Plus1 = false;
-    bool m_multipleOf16 = false;
-    bool m_multipleOf64Plus1 = false;
-    bool m_multipleOf16Plus1 = false;
     bool m_needOptimize = true;
     bool m_canConvertToRegister = false;
     bool m_semenseSpecialType = false;
