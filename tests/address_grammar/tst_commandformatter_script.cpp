@@ -99,6 +99,7 @@ private Q_SLOTS:
     void copyAfterTheFileIsGone();
     void copyOfARowBuiltBeforeItsFile();
     void copiesHaveScriptsOfTheirOwn();
+    void aCopyOntoItself();
     void assignmentBetweenScriptAndRule();
     void settersDoNotLoad();
     void enginesAreMadeForLoadedScriptsOnly();
@@ -354,6 +355,33 @@ void TestCommandFormatterScript::copiesHaveScriptsOfTheirOwn()
     QCOMPARE(table.at(1).getAddresRangePart("D1"), 1);
     QCOMPARE(table.at(1).getAddresRangePart("D1"), 2);
     QCOMPARE(formatter.getAddresRangePart("D1"), 3);
+}
+
+/// As any copy: the script is read and evaluated, and what it kept is gone.
+void TestCommandFormatterScript::aCopyOntoItself()
+{
+    writeScript(s_fileName, "var calls = 0; function init() { print('init'); bitBase = 7; }"
+                            "function getAddressRange(a) { return ++calls; }");
+    CommandFormatter formatter = registerRow().formatter();
+    const CommandFormatter &itself = formatter;
+    QCOMPARE(formatter.getAddresRangePart("D1"), 1);
+    LogRecorder log;
+    formatter.copy(itself);
+    QCOMPARE(log.take(), QStringList("Script debug: \"init\""));
+    QCOMPARE(formatter.getAddresRangePart("D1"), 1);
+    formatter = itself;
+    QCOMPARE(log.take(), QStringList("Script debug: \"init\""));
+    QCOMPARE(formatter.getAddresRangePart("D1"), 1);
+    QCOMPARE(formatter.bitbase(), 7);
+    QCOMPARE(formatter.pattern(), registerRow().pattern);
+
+    writeScript(s_fileName, s_functions + s_init);
+    formatter = itself;
+    QCOMPARE(formatter.getAddresRangePart("D1"), 41);
+    removeScript(s_fileName);
+    formatter = itself;
+    QCOMPARE(formatter.getAddresRangePart("D1"), 1);
+    QCOMPARE(constants(formatter), s_constantsOfTheRule);
 }
 
 void TestCommandFormatterScript::assignmentBetweenScriptAndRule()

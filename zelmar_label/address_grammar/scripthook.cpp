@@ -10,14 +10,17 @@
 #include <QElapsedTimer>
 #include <QFile>
 #include <QFileInfo>
+#include <QRegularExpression>
 #include <QScriptEngine>
 #include <QScriptEngineAgent>
 #include <QScriptValue>
 #include <QStringList>
 #include <QTextStream>
 
+#include <algorithm>
 #include <atomic>
 #include <optional>
+#include <vector>
 
 namespace label {
 
@@ -54,7 +57,105 @@ std::optional<QStringList> toTexts(const QScriptValue &value)
     return qscriptvalue_cast<QStringList>(value);
 }
 
-/// Stops a script that runs too long. It sees statements, so that a loop without a single one in it escapes it.
+/// Two values that a script cannot tell from each other.
+bool isSame(const QScriptValue &one, const QScriptValue &other)
+{
+    const bool areNoNumbers = one.isNumber() && other.isNumber() && qIsNaN(one.toNumber()) && qIsNaN(other.toNumber());
+    return areNoNumbers || one.strictlyEquals(other);
+}
+
+/// The lines where a script throws values. An engine with an agent knows the line of an error object only.
+///
+/// An agent hears of statements, of throws and of catches. A `finally` block catches and throws again, without a
+/// statement of its own; so does a function of the engine that a throw leaves.
+class ThrowTrace
+{
+public:
+    void start(const QString &text)
+    {
+        m_text = text;
+        m_running.clear();
+        m_caught.clear();
+        m_line = 0;
+        m_isInFlight = false;
+    }
+
+    /// The line of the `throw` of the last value thrown, from 1.
+    int line() const { return m_line; }
+
+    void noteEntry() { m_running.push_back({0, false}); }
+    void noteExit()
+    {
+        if (!m_running.empty())
+            m_running.pop_back();
+    }
+
+    void noteStatement(int line)
+    {
+        statement() = {line, true};
+        m_isInFlight = false;
+    }
+
+    void noteThrow(const QScriptValue &value)
+    {
+        if (m_isInFlight)
+            return;
+        m_isInFlight = true;
+        const bool isStatement = statement().isFresh && holdsThrow(statement().line);
+        statement().isFresh = false;
+        const auto caught = std::find_if(m_caught.rbegin(), m_caught.rend(),
+                                         [&value](const Caught &one) { return isSame(one.value, value); });
+        m_line = caught == m_caught.rend() || isStatement ? statement().line : caught->line;
+    }
+
+    void noteCatch(const QScriptValue &value)
+    {
+        // A loop may catch any number of values, and blocks stand in one another but a few deep.
+        constexpr std::size_t mostCaught = 64;
+        if (m_caught.size() == mostCaught)
+            m_caught.erase(m_caught.begin());
+        m_caught.push_back({value, m_line});
+        statement().isFresh = false;
+        m_isInFlight = false;
+    }
+
+private:
+    struct Statement
+    {
+        int line;
+        bool isFresh; ///< nothing was thrown or caught since it began
+    };
+
+    struct Caught
+    {
+        QScriptValue value;
+        int line;
+    };
+
+    /// The last statement of the innermost function that runs.
+    Statement &statement()
+    {
+        if (m_running.empty())
+            noteEntry();
+        return m_running.back();
+    }
+
+    bool holdsThrow(int line) const
+    {
+        static const QRegularExpression lineEnd(QStringLiteral("\r\n|[\n\r\u2028\u2029]"));
+        static const QRegularExpression word(QStringLiteral("\\bthrow\\b"));
+        return m_text.split(lineEnd).value(line - 1).contains(word);
+    }
+
+    QString m_text;
+    std::vector<Statement> m_running;
+    std::vector<Caught> m_caught;
+    int m_line = 0;
+    bool m_isInFlight = false;
+};
+
+/// Stops a script that runs too long, and traces what it throws. It sees statements, so that a loop without a single
+/// one in it is not stopped.
 class Deadline : public QScriptEngineAgent
 {
 public:
@@ -63,22 +164,27 @@ public:
     {
     }
 
-    void start()
+    void start(const QString &text = QString())
     {
         m_statements = 0;
         m_hasExpired = false;
+        m_trace.start(text);
         m_running.start();
     }
 
     /// True when the last run was stopped.
     bool hasExpired() const { return m_hasExpired; }
 
-    /// The line of the last statement, from 1.
-    int line() const { return m_line; }
+    int throwLine() const { return m_trace.line(); }
+
+    void functionEntry(qint64) override { m_trace.noteEntry(); }
+    void functionExit(qint64, const QScriptValue &) override { m_trace.noteExit(); }
+    void exceptionThrow(qint64, const QScriptValue &value, bool) override { m_trace.noteThrow(value); }
+    void exceptionCatch(qint64, const QScriptValue &value) override { m_trace.noteCatch(value); }
 
     void positionChange(qint64, int line, int) override
     {
-        m_line = line;
+        m_trace.noteStatement(line);
         // The clock costs more than the statements that it watches.
         constexpr int statementsBetweenLooks = 4096;
         if (++m_statements % statementsBetweenLooks != 0 ||
@@ -90,8 +196,8 @@ public:
 
 private:
     QElapsedTimer m_running;
+    ThrowTrace m_trace;
     int m_statements = 0;
-    int m_line = 0;
     bool m_hasExpired = false;
 };
 
@@ -114,7 +220,7 @@ public:
     bool evaluate(const QString &text)
     {
         m_engine.globalObject().setProperty(QStringLiteral("print"), m_engine.newFunction(print));
-        m_deadline->start();
+        m_deadline->start(text);
         m_engine.evaluate(text);
         if (m_deadline->hasExpired()) {
             qDebug() << "script stopped after" << ScriptHook::deadlineSeconds << "seconds";
@@ -122,9 +228,8 @@ public:
         }
         if (!m_engine.hasUncaughtException())
             return true;
-        // An engine with an agent tells no line of a value thrown that is no error object.
         const int line = m_engine.uncaughtExceptionLineNumber();
-        qDebug() << "uncaught exception at line" << (line > 0 ? line : m_deadline->line()) << ":"
+        qDebug() << "uncaught exception at line" << (line > 0 ? line : m_deadline->throwLine()) << ":"
                  << m_engine.uncaughtException().toString();
         return false;
     }
@@ -177,8 +282,6 @@ ScriptHook::ScriptHook(const ScriptHook &other)
 
 ScriptHook &ScriptHook::operator=(const ScriptHook &other)
 {
-    if (this == &other)
-        return *this;
     loaded = other.loaded;
     directory = other.directory;
     path = other.path;
