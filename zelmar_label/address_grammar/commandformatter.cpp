@@ -205,11 +205,6 @@ CommunicatorCommand CommandFormatter::addStationID(int stationId, const Communic
     return commandAt(withStation(stationId, deviceAddress(command.address)), command);
 }
 
-QString AddressParts::address(int value) const
-{
-    return prefix + numberText(value, radix) + suffix;
-}
-
 AddressParts CommandFormatter::splitAddress(const QString &deviceAddress) const
 {
     AddressParts parts;

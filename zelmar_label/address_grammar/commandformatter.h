@@ -158,7 +158,7 @@ public:
     /// all of them when it matches as it stands, whatever its number.
     int matchedFront(const QString &deviceAddress) const;
 
-    /// The most that `matchedFront` could give, told in nanoseconds.
+    /// An upper bound of `matchedFront`, found without the expression, hundreds of times as fast.
     int possibleFront(const QString &deviceAddress) const;
 
     /// A device address that matches, with `digits` in the place of its number (on a bit row of the word); all else
@@ -249,8 +249,6 @@ public:
 
 private:
     AddressParts splitAddress(const QString &deviceAddress) const;
-    QString readRange(const QString &address) const;
-    bool couldMatch(const QString &deviceAddress) const;
     void readLimits();
     int unitStep() const;
     QList<CommunicatorCommand> unitCommands(const CommunicatorCommand &command, unsigned long long size) const;

@@ -138,19 +138,6 @@ std::optional<DynamicMember> LabelLoader::memberOf(bool isRecognised, const Dyna
     return DynamicMember{templateIndex, item};
 }
 
-void DynamicMember::shape(CommandFormatter &row) const
-{
-    row.setEditorPrefixSymbol(row.prefixSymbol());
-    row.setPattern(item.pattern);
-    row.setPrefixSymbol(item.prefixSymbol);
-}
-
-bool foresee(DynamicLabelCreatorInterface &creator, const QString &address, DynamicLabelItem &item)
-{
-    auto *const discreet = dynamic_cast<DiscreetCreator *>(&creator);
-    return discreet ? discreet->foresee(address, item) : creator.create(address, item);
-}
-
 QList<int> LabelLoader::getAllMatchedIndex(const QString &address, int type)
 {
     return deviceTypes.getAllPartialMatchedAddressIndex(address, type);
