@@ -97,7 +97,6 @@ void CustomLabelsChoiceTest::defaultFailsWhereTheTableCannotBeWritten_data()
         << "CREATE VIEW table_index AS SELECT 'View' AS name, 'g' AS general_table, 'd' AS device_table";
     QTest::newRow("the list of drivers has no device tables") << "Narrow"
                                                               << "CREATE TABLE table_index (name, general_table)";
-    QTest::newRow("an apostrophe breaks the statement") << "O'Neil" << indexStatement;
 }
 
 void CustomLabelsChoiceTest::defaultFailsWhereTheTableCannotBeWritten()

@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: the zelmar_label authors
 // SPDX-License-Identifier: MIT
 
+#include "zelmar_label/label_store/boundtext_p.h"
 #include "zelmar_label/label_store/customtables.h"
 #include "zelmar_label/label_store/labelcache_p.h"
 #include "zelmar_label/label_store/labelconnection_p.h"
@@ -62,33 +63,48 @@ void loadCustomLabelUse(CustomLabelUse &use)
     }
 }
 
+/// Runs `statement` with `values` in its places, "?".
+bool runs(QSqlQuery &query, const QString &statement, const QVariantList &values)
+{
+    if (!query.prepare(statement))
+        return false;
+    for (const QVariant &value : values)
+        query.addBindValue(value);
+    return query.exec();
+}
+
 bool createGeneralTable(QSqlQuery &query, const QString &name, const CustomTables &tables)
 {
-    if (!query.exec(tables.createGeneral()))
+    if (!tables.canBeCreated() || !query.exec(tables.createGeneral()))
         return false;
     QString ignored;
     LabelInterface *defaultLabel = createLabel(name, ignored);
     if (!defaultLabel)
         return false;
-    return query.exec(QStringLiteral("INSERT INTO %1 (driver_name, block_size, bit_block_size, support_actions) VALUES "
-                                     "('%2', %3, %4, '')")
-                          .arg(tables.general, name, QString::number(defaultLabel->getBlockCommandMaxSize()),
-                               QString::number(defaultLabel->getBitCommandMaxSize())));
+    return runs(query,
+                QStringLiteral("INSERT INTO %1 (driver_name, block_size, bit_block_size, support_actions) VALUES "
+                               "(?, ?, ?, '')")
+                    .arg(tables.general),
+                {boundText(name), defaultLabel->getBlockCommandMaxSize(), defaultLabel->getBitCommandMaxSize()});
+}
+
+bool createDeviceTable(QSqlQuery &query, const CustomTables &tables)
+{
+    return tables.canBeCreated() && query.exec(tables.createDevice());
 }
 
 bool indexTables(QSqlQuery &query, const QString &name, const CustomTables &tables)
 {
-    if (!query.exec(QStringLiteral("SELECT * FROM table_index WHERE name = '%1'").arg(name)))
+    const QVariant driver = boundText(name);
+    if (!runs(query, QStringLiteral("SELECT * FROM table_index WHERE name = ?"), {driver}))
         return false;
     const bool isIndexed = query.next();
     query.finish();
     if (isIndexed)
-        return query.exec(
-            QStringLiteral("UPDATE table_index SET general_table = '%1', device_table = '%2' WHERE name = '%3'")
-                .arg(tables.general, tables.device, name));
-    return query.exec(
-        QStringLiteral("INSERT INTO table_index (name, general_table, device_table) VALUES ('%1', '%2', '%3')")
-            .arg(name, tables.general, tables.device));
+        return runs(query, QStringLiteral("UPDATE table_index SET general_table = ?, device_table = ? WHERE name = ?"),
+                    {tables.general, tables.device, driver});
+    return runs(query, QStringLiteral("INSERT INTO table_index (name, general_table, device_table) VALUES (?, ?, ?)"),
+                {driver, tables.general, tables.device});
 }
 
 /// The marker tells the step that failed.
@@ -129,7 +145,7 @@ bool setupCustomLabel(const QString &name)
     QSqlQuery query(db);
     if (!hasTable(db, tables.general) && !createGeneralTable(query, name, tables))
         return failedAt(operation, __LINE__);
-    if (!hasTable(db, tables.device) && !query.exec(tables.createDevice()))
+    if (!hasTable(db, tables.device) && !createDeviceTable(query, tables))
         return failedAt(operation, __LINE__);
     if (!indexTables(query, name, tables))
         return failedAt(operation, __LINE__);
@@ -144,8 +160,8 @@ bool setupDefaultLabel(const QString &name)
     if (!createCustomDatabaseConnection(db))
         return failedAt(operation, __LINE__);
     QSqlQuery query(db);
-    if (!query.exec(
-            QStringLiteral("UPDATE table_index SET general_table = '', device_table = '' WHERE name = '%1'").arg(name)))
+    if (!runs(query, QStringLiteral("UPDATE table_index SET general_table = '', device_table = '' WHERE name = ?"),
+              {boundText(name)}))
         return failedAt(operation, __LINE__);
     customLabelUse().byDriver.insert(name, false);
     return true;

@@ -3,6 +3,8 @@
 
 #include "zelmar_label/label_store/customtables.h"
 
+#include <algorithm>
+
 namespace label {
 
 CustomTables::CustomTables(QString driver)
@@ -10,6 +12,15 @@ CustomTables::CustomTables(QString driver)
     driver.replace(QLatin1Char(' '), QLatin1Char('_'));
     general = driver + QLatin1String("_general_table");
     device = driver + QLatin1String("_types_table");
+}
+
+bool CustomTables::canBeCreated() const
+{
+    return std::all_of(general.begin(), general.end(), [](QChar character) {
+        const ushort code = character.unicode();
+        const bool isAsciiWord = character.isLetterOrNumber() || character == QLatin1Char('_');
+        return code >= 0x80 || isAsciiWord || character == QLatin1Char('$');
+    });
 }
 
 QString CustomTables::createIndex()

@@ -16,6 +16,10 @@ struct CustomTables
 {
     explicit CustomTables(QString driver);
 
+    /// False for a driver whose name makes no plain table names, such as one with a "-", "/" or quote: SQLite would
+    /// refuse the statements, or take a part of the name for one.
+    bool canBeCreated() const;
+
     /// Makes the table of all drivers.
     static QString createIndex();
     QString createGeneral() const;

@@ -9,6 +9,7 @@
 #include <QFileInfo>
 #include <QPointer>
 #include <QSqlDatabase>
+#include <QSqlDriver>
 #include <QString>
 #include <QThread>
 
@@ -18,11 +19,12 @@ namespace label {
 
 namespace {
 
-/// Threads to which this file's connections belong. Qt tells the thread of a connection only by a warning in the log.
-std::map<QString, QPointer<QThread>> &connectionThreads()
+/// The drivers of the connections that this file has registered, by the connection's name. Null once the connection was
+/// removed or replaced by another of its name.
+std::map<QString, QPointer<QSqlDriver>> &ownDrivers()
 {
-    static std::map<QString, QPointer<QThread>> threads;
-    return threads;
+    static std::map<QString, QPointer<QSqlDriver>> drivers;
+    return drivers;
 }
 
 QString databasePath(const QString &fileName)
@@ -32,21 +34,21 @@ QString databasePath(const QString &fileName)
     return QFileInfo(folder, fileName).absoluteFilePath();
 }
 
-QSqlDatabase addConnection(const QString &name)
+/// True for a connection that this file registered on another thread. Qt gives a connection to its own thread alone.
+bool isOwnOfOtherThread(const QString &name)
 {
-    connectionThreads()[name] = QThread::currentThread();
-    return QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), name);
+    const QPointer<QSqlDriver> driver = ownDrivers()[name];
+    return driver && driver->thread() != QThread::currentThread();
 }
 
-/// The registered connection, or an invalid one where there is none that this thread can use.
-QSqlDatabase ownConnection(const QString &name)
+QSqlDatabase connection(const QString &name)
 {
-    if (!QSqlDatabase::contains(name))
-        return QSqlDatabase();
-    const auto owner = connectionThreads().find(name);
-    if (owner != connectionThreads().end() && owner->second != QThread::currentThread())
-        return QSqlDatabase();
-    return QSqlDatabase::database(name, true);
+    if (QSqlDatabase::contains(name) && !isOwnOfOtherThread(name))
+        return QSqlDatabase::database(name, true);
+    QSqlDatabase::removeDatabase(name);
+    const QSqlDatabase added = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), name);
+    ownDrivers()[name] = added.driver();
+    return added;
 }
 
 } // namespace
@@ -56,11 +58,7 @@ bool openLabelDatabase(QSqlDatabase &db, const QString &name)
     if (db.isOpen())
         return true;
     const QString path = databasePath(name);
-    db = ownConnection(name);
-    if (!db.isValid()) {
-        QSqlDatabase::removeDatabase(name);
-        db = addConnection(name);
-    }
+    db = connection(name);
     db.setDatabaseName(path);
     if (db.open())
         return true;

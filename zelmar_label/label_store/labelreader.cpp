@@ -3,6 +3,7 @@
 
 #include "zelmar_label/label_store/labelreader.h"
 
+#include "zelmar_label/label_store/boundtext_p.h"
 #include "zelmar_label/label_store/dynamiclabelcreators.h"
 #include "zelmar_label/label_table/labelloader.h"
 
@@ -31,9 +32,10 @@ struct TableNames
 /// counts.
 bool findTables(QSqlQuery &query, const QString &name, TableNames &tables, QString &errorMessage)
 {
-    const QString statement = QStringLiteral("SELECT * FROM table_index WHERE name = '%1'").arg(name);
-    query.prepare(statement);
+    if (query.prepare(QStringLiteral("SELECT * FROM table_index WHERE name = ?")))
+        query.addBindValue(boundText(name));
     if (!query.exec()) {
+        const QString statement = QStringLiteral("SELECT * FROM table_index WHERE name = '%1'").arg(name);
         errorMessage = QStringLiteral("Error (%1): %2").arg(query.lastError().text(), statement);
         return false;
     }
