@@ -26,6 +26,9 @@ private Q_SLOTS:
     void idsOfNames();
     void namesWithoutADatabase();
 
+    void recipesWithIdsOfNoTag();
+    void aNullNameIsTheEmptyOne();
+
     void connectedTags_data();
     void connectedTags();
     void recipesAreReplaced();
@@ -177,9 +180,9 @@ void TagNamesTest::idsOfNames_data()
     QTest::newRow("a null name") << QString() << -1;
     QTest::newRow("a pattern of names") << "tan%" << -1;
     QTest::newRow("a place mark") << "%1" << -1;
-    QTest::newRow("an apostrophe breaks the statement") << "a'b" << -1;
-    QTest::newRow("doubled apostrophes are one in the statement") << "a''b" << 8;
-    QTest::newRow("a condition in the name") << "x' or name = 'tank" << 2;
+    QTest::newRow("a name with an apostrophe is in no row") << "a'b" << -1;
+    QTest::newRow("doubled apostrophes are not one") << "a''b" << -1;
+    QTest::newRow("a condition in the name") << "x' or name = 'tank" << -1;
     QTest::newRow("a row at a system id") << "at a system id" << 20094;
     QTest::newRow("a row at a recipe id") << "at a recipe id" << 30001;
     QTest::newRow("a system tag") << "S>Year" << 20022;
@@ -226,6 +229,24 @@ void TagNamesTest::namesWithoutADatabase()
     QCOMPARE(tags->findSimilarTagName("a"), QList<int>());
     QVERIFY(tags->isNewTag("tank"));
     QVERIFY(!tags->isNewTag("S>Year"));
+}
+
+void TagNamesTest::recipesWithIdsOfNoTag()
+{
+    TagSystem *tags = filled();
+    tags->setRecipeTags({{-5, "R>minus"}, {-1, "R>none"}, {30000, "R>minus"}}, {});
+    tags->setRecipeRowTags({{-9, "R>row"}, {50001, "R>minus"}}, {});
+    QCOMPARE(tags->getIdByTagName("R>minus"), -5);
+    QCOMPARE(tags->getIdByTagName("R>none"), -1);
+    QCOMPARE(tags->getIdByTagName("R>row"), -9);
+}
+
+void TagNamesTest::aNullNameIsTheEmptyOne()
+{
+    writeTags(key, {tag(9, "")});
+    TagSystem *tags = TagSystem::instance(key);
+    QCOMPARE(tags->getIdByTagName(""), 9);
+    QCOMPARE(tags->getIdByTagName(QString()), 9);
 }
 
 void TagNamesTest::connectedTags_data()

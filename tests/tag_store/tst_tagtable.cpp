@@ -234,10 +234,10 @@ void TagTableTest::theDatabaseCountsIdsFromOne()
     QVERIFY(tags->addTag(QStringLiteral("second"), QStringLiteral("D2"), 1, 3, 1));
     QCOMPARE(tags->getIdByTagName(QStringLiteral("first")), 1);
     QCOMPARE(tags->getIdByTagName(QStringLiteral("second")), 2);
-    // Nothing keeps the numbers below those of the other kinds.
+    // The ids of system tags are left out.
     executeOn(key, QStringLiteral("UPDATE custom_tag_table SET id = 19999 WHERE id = 2"));
     QVERIFY(tags->addTag(QStringLiteral("third"), QStringLiteral("D3"), 1, 3, 1));
-    QCOMPARE(rowsOn(key, QStringLiteral("SELECT id FROM custom_tag_table")), (QStringList{"1", "19999", "20000"}));
+    QCOMPARE(rowsOn(key, QStringLiteral("SELECT id FROM custom_tag_table")), (QStringList{"1", "19999", "21001"}));
 }
 
 void TagTableTest::anExistingTableIsKept_data()

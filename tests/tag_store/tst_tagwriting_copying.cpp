@@ -45,9 +45,14 @@ void TagCopyingTest::copies_data()
         << QStringList("New-3") << "New" << 2 << QList<int>({-1, -1}) << QStringList("2|New-3");
     QTest::newRow("a numbered form of zero does not count")
         << QStringList("New-0") << "New" << 1 << QList<int>({3}) << QStringList({"2|New-0", "3|New"});
-    QTest::newRow("a numbered form beyond all numbers does not count")
-        << QStringList("New-99999999999") << "New" << 1 << QList<int>({3})
-        << QStringList({"2|New-99999999999", "3|New"});
+    QTest::newRow("a numbered form behind the last int exists")
+        << QStringList("New-2147483648") << "New" << 1 << QList<int>({-1}) << QStringList({"2|New-2147483648"});
+    QTest::newRow("a numbered form beyond all numbers exists")
+        << QStringList("New-99999999999999999999") << "New" << 1 << QList<int>({-1})
+        << QStringList({"2|New-99999999999999999999"});
+    QTest::newRow("many zeros are no number")
+        << QStringList("New-00000000000000000000") << "New" << 1 << QList<int>({3})
+        << QStringList({"2|New-00000000000000000000", "3|New"});
     QTest::newRow("a number and the bare name")
         << QStringList({"New-3", "New"}) << "New" << 1 << QList<int>({3}) << QStringList({"2|New-3", "3|New"});
     QTest::newRow("a numbered form in two steps does not count")

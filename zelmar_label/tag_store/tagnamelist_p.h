@@ -8,61 +8,63 @@
 #include <QString>
 #include <QStringList>
 
+#include <optional>
+
+class QSqlDatabase;
+
 namespace label {
 
 /// The names of the tag table in memory, in row order, with a set of them for look-ups. Doubled names stand twice in
 /// the list.
+///
+/// The list is what a reading of the table gave after the last write. It follows a write of its own object without
+/// reading all names again, as long as nothing else can have changed them. Three things tell:
+/// - A *mark*, a number that the process uses once, is written to the connection's temporary database when the names
+///   are read. It is gone when the connection was closed, opened again or exchanged, and a roll-back of the reading
+///   takes it back.
+/// - The last row is the one that the object added last, until a roll-back takes it back.
+/// - While both stand, the connection's own counters tell of the writes of others: on this connection, on every other
+///   one, and of what became of the tables.
 class TagNameList
 {
 public:
-    /// What a database tells of changes: those of the connection itself since it was opened, those of others, those of
-    /// its tables, and the highest row.
-    struct DatabaseState
-    {
-        qint64 totalChanges = -1;
-        qint64 dataVersion = -1;
-        qint64 schemaVersion = -1;
-        qint64 highestId = -1;
-
-        bool operator==(const DatabaseState &other) const
-        {
-            return totalChanges == other.totalChanges && dataVersion == other.dataVersion &&
-                   schemaVersion == other.schemaVersion && highestId == other.highestId;
-        }
-    };
-
     const QStringList &names() const { return m_names; }
     bool contains(const QString &name) const { return m_nameSet.contains(name); }
 
-    void clear()
-    {
-        m_names.clear();
-        m_nameSet.clear();
-    }
-    void append(const QString &name)
-    {
-        m_names.append(name);
-        m_nameSet.insert(name);
-    }
+    /// Reads the names from `db`. False when they cannot be read: the list is then empty, and `error` is the database's
+    /// text.
+    bool reload(const QSqlDatabase &db, QString &error);
 
-    /// True when the list is what a reload would give, as long as nobody but this object wrote since it was last
-    /// brought up to date. Changes by others show in the first three numbers. A roll-back shows in none, but takes back
-    /// the highest row, which the object itself wrote last; where it did not, and a transaction was open, the list
-    /// cannot be trusted.
-    bool isCurrent(const DatabaseState &now) const { return m_isSound && now == m_state; }
+    /// Follows a row that the list's object has added. False when the list has to be reloaded instead.
+    bool followAddedRow(const QSqlDatabase &db);
 
-    void setState(const DatabaseState &state, bool isSound)
-    {
-        m_state = state;
-        m_isSound = isSound && state.totalChanges >= 0;
-    }
-    const DatabaseState &state() const { return m_state; }
+    /// Follows `changedRows` rows whose names the list's object left alone. False when the list has to be reloaded
+    /// instead.
+    bool followChangedRows(const QSqlDatabase &db, int changedRows);
 
 private:
+    /// What a connection says of its tag table.
+    struct State
+    {
+        qint64 mark = 0;
+        qint64 ownChanges = 0;
+        qint64 foreignChanges = 0;
+        qint64 schema = 0;
+        qint64 temporarySchema = 0;
+        qint64 isReadBackwards = 0;
+        qint64 lastRow = 0;
+        QString lastName;
+    };
+
+    static std::optional<State> read(const QSqlDatabase &db);
+    /// The state now, where nothing but `changes` changes of the object's own have happened; else nothing.
+    std::optional<State> stateAfter(const QSqlDatabase &db, int changes) const;
+    void append(const QString &name);
+
     QStringList m_names;
     QSet<QString> m_nameSet;
-    DatabaseState m_state;
-    bool m_isSound = false;
+    /// As of the last reading or following; nothing where it is not known.
+    std::optional<State> m_state;
 };
 
 } // namespace label

@@ -3,14 +3,73 @@
 
 #include "zelmar_label/tag_store/tagstatements_p.h"
 
+#include <QSqlDriver>
 #include <QSqlError>
+
+#include <unordered_map>
 
 namespace label {
 
-std::mutex &TagStatements::connectionLock()
+namespace {
+
+/// The connections in use, known by their drivers.
+class Connections
 {
-    static std::mutex lock;
-    return lock;
+public:
+    /// Never destroyed: connections may outlive every static object.
+    static Connections &instance()
+    {
+        static auto *const connections = new Connections;
+        return *connections;
+    }
+
+    std::shared_ptr<TagStatements> of(const QSqlDriver *driver)
+    {
+        const std::lock_guard<std::mutex> lock(m_lock);
+        std::shared_ptr<TagStatements> &statements = m_statements[driver];
+        if (!statements) {
+            statements = std::make_shared<TagStatements>();
+            QObject::connect(driver, &QObject::destroyed, [driver] { instance().remove(driver); });
+        }
+        return statements;
+    }
+
+private:
+    void remove(const QSqlDriver *driver)
+    {
+        std::shared_ptr<TagStatements> removed;
+        const std::lock_guard<std::mutex> lock(m_lock);
+        const auto known = m_statements.find(driver);
+        if (known == m_statements.end())
+            return;
+        removed.swap(known->second);
+        m_statements.erase(known);
+    }
+
+    std::mutex m_lock;
+    std::unordered_map<const QSqlDriver *, std::shared_ptr<TagStatements>> m_statements;
+};
+
+/// Binds `values` and runs the prepared `query`.
+bool executes(QSqlQuery &query, const QVariantList &values)
+{
+    for (int place = 0; place < values.size(); ++place)
+        query.bindValue(place, values.at(place));
+    return query.exec();
+}
+
+} // namespace
+
+std::shared_ptr<TagStatements> TagStatements::of(const QSqlDatabase &db)
+{
+    return Connections::instance().of(db.driver());
+}
+
+void TagStatements::forget(const QSqlDatabase &db)
+{
+    const std::shared_ptr<TagStatements> connection = of(db);
+    const std::lock_guard<std::mutex> lock(connection->m_lock);
+    connection->m_prepared.clear();
 }
 
 QString TagStatements::errorText(const QSqlQuery &query)
@@ -18,10 +77,17 @@ QString TagStatements::errorText(const QSqlQuery &query)
     return query.lastError().text();
 }
 
-bool TagStatements::run(const QSqlDatabase &db, const QString &statement, const QList<QPair<QString, QVariant>> &values,
-                        QString &error, int *changedRows, qint64 *lastId)
+bool TagStatements::run(const QSqlDatabase &db, const QString &statement, QString *error)
 {
-    const std::lock_guard<std::mutex> lock(connectionLock());
+    return forEachRowOnce(
+        db, statement, [](const QSqlQuery &) {}, error);
+}
+
+bool TagStatements::run(const QSqlDatabase &db, const QString &statement, const QList<QPair<QString, QVariant>> &values,
+                        QString &error, int *changedRows)
+{
+    const std::shared_ptr<TagStatements> connection = of(db);
+    const std::lock_guard<std::mutex> lock(connection->m_lock);
     QSqlQuery query(db);
     query.prepare(statement);
     for (const auto &value : values)
@@ -32,40 +98,27 @@ bool TagStatements::run(const QSqlDatabase &db, const QString &statement, const 
     }
     if (changedRows)
         *changedRows = query.numRowsAffected();
-    if (lastId)
-        *lastId = query.lastInsertId().toLongLong();
     query.finish();
     return true;
 }
 
-void TagStatements::forget(const QSqlDatabase &db)
+QSqlQuery *TagStatements::executed(const QSqlDatabase &db, const QString &statement, const QVariantList &values,
+                                   QString *error)
 {
-    const std::lock_guard<std::mutex> lock(connectionLock());
-    for (auto it = m_prepared.begin(); it != m_prepared.end();)
-        it = it.key().first == db.driver() ? m_prepared.erase(it) : ++it;
-}
-
-QSqlQuery *TagStatements::executed(const QSqlDatabase &db, const QString &statement, const QVariant &value)
-{
-    const Key key(db.driver(), statement);
-    const auto known = m_prepared.find(key);
+    const auto known = m_prepared.find(statement);
     if (known != m_prepared.end()) {
-        if (value.isValid())
-            known->bindValue(0, value);
-        if (known->exec())
+        if (executes(*known, values))
             return &*known;
         // Its connection was closed and opened again, or its table came or went.
         m_prepared.erase(known);
     }
     QSqlQuery query(db);
     query.setForwardOnly(true);
-    if (!query.prepare(statement))
-        return nullptr;
-    if (value.isValid())
-        query.bindValue(0, value);
-    if (!query.exec())
-        return nullptr;
-    return &*m_prepared.insert(key, query);
+    if (query.prepare(statement) && executes(query, values))
+        return &*m_prepared.insert(statement, query);
+    if (error)
+        *error = errorText(query);
+    return nullptr;
 }
 
 } // namespace label

@@ -5,32 +5,59 @@
 #define ZELMAR_LABEL_TAGSTATEMENTS_P_H
 
 #include <QHash>
+#include <QList>
 #include <QPair>
 #include <QSqlDatabase>
 #include <QSqlQuery>
 #include <QString>
 #include <QVariant>
 
+#include <memory>
 #include <mutex>
-
-class QSqlDriver;
 
 namespace label {
 
-/// The statements of one `TagSystem`, those that are asked over and over prepared once a connection.
+/// The statements on one connection, those that are asked over and over prepared once.
 ///
 /// SQLite connections are opened without a mutex of their own, and in the tolv environment one connection serves many
-/// threads: one process-wide lock is held from each `exec` to its last row. It is the innermost lock: visitors of rows
-/// must neither run a statement nor take another lock.
+/// threads: a lock of the connection is held from each `exec` to its last row. Each connection has a lock of its own, so
+/// that one which waits for a busy file does not delay the others. It is the innermost lock: visitors of rows must
+/// neither run a statement nor take another lock.
+///
+/// Every value is bound, so that no text of a user becomes a part of a statement.
 class TagStatements
 {
 public:
-    /// Runs `statement` and calls `visit(query)` for each row. False when the statement fails; `error`, if given, is
+    /// The statements on `db`, the same object for every caller.
+    static std::shared_ptr<TagStatements> of(const QSqlDatabase &db);
+
+    /// Forgets what was prepared on `db`; to be called before it is closed.
+    static void forget(const QSqlDatabase &db);
+
+    /// Runs `statement` on `db` with `values` in its places, "?", and calls `visit(query)` for each row. The statement
+    /// is prepared once a connection: its text must not vary without end. False when it fails; `error`, if given, is
     /// then the database's text.
     template<typename Visit>
-    bool forEachRow(const QSqlDatabase &db, const QString &statement, Visit visit, QString *error = nullptr)
+    static bool forEachRow(const QSqlDatabase &db, const QString &statement, const QVariantList &values, Visit visit,
+                           QString *error = nullptr)
     {
-        const std::lock_guard<std::mutex> lock(connectionLock());
+        const std::shared_ptr<TagStatements> connection = of(db);
+        const std::lock_guard<std::mutex> lock(connection->m_lock);
+        QSqlQuery *const query = connection->executed(db, statement, values, error);
+        if (!query)
+            return false;
+        while (query->next())
+            visit(*query);
+        query->finish();
+        return true;
+    }
+
+    /// The same for a statement of any text, without places, which is not kept.
+    template<typename Visit>
+    static bool forEachRowOnce(const QSqlDatabase &db, const QString &statement, Visit visit, QString *error = nullptr)
+    {
+        const std::shared_ptr<TagStatements> connection = of(db);
+        const std::lock_guard<std::mutex> lock(connection->m_lock);
         QSqlQuery query(db);
         query.setForwardOnly(true);
         const bool succeeded = query.exec(statement);
@@ -41,38 +68,27 @@ public:
         return succeeded;
     }
 
-    /// The same for a statement that is prepared once a connection, with one place, `?`, for `value`, or, for an
-    /// invalid `value`, none.
-    template<typename Visit>
-    bool forEachRowPrepared(const QSqlDatabase &db, const QString &statement, const QVariant &value, Visit visit)
-    {
-        const std::lock_guard<std::mutex> lock(connectionLock());
-        QSqlQuery *query = executed(db, statement, value);
-        if (!query)
-            return false;
-        while (query->next())
-            visit(*query);
-        query->finish();
-        return true;
-    }
+    /// Runs a statement that gives no rows. False when it fails; `error`, if given, is then the database's text.
+    static bool run(const QSqlDatabase &db, const QString &statement, QString *error = nullptr);
 
-    /// Runs a statement with named places. False when it fails; `error` is then the database's text.
-    bool run(const QSqlDatabase &db, const QString &statement, const QList<QPair<QString, QVariant>> &values,
-             QString &error, int *changedRows = nullptr, qint64 *lastId = nullptr);
-
-    /// Forgets what was prepared on `db`; to be called before it is closed.
-    void forget(const QSqlDatabase &db);
-
-    static std::mutex &connectionLock();
+    /// The same with named places.
+    static bool run(const QSqlDatabase &db, const QString &statement, const QList<QPair<QString, QVariant>> &values,
+                    QString &error, int *changedRows = nullptr);
 
 private:
-    using Key = QPair<const QSqlDriver *, QString>;
-
-    QSqlQuery *executed(const QSqlDatabase &db, const QString &statement, const QVariant &value);
+    QSqlQuery *executed(const QSqlDatabase &db, const QString &statement, const QVariantList &values, QString *error);
     static QString errorText(const QSqlQuery &query);
 
-    QHash<Key, QSqlQuery> m_prepared;
+    std::mutex m_lock;
+    QHash<QString, QSqlQuery> m_prepared;
 };
+
+/// False for a text that counts as one that no row has, because it holds a single quote or a zero character: no
+/// statement is run for it.
+inline bool canBeSought(const QString &text)
+{
+    return !text.contains(QLatin1Char('\'')) && !text.contains(QChar(0));
+}
 
 } // namespace label
 

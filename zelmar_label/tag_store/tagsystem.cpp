@@ -44,7 +44,6 @@ bool isMainThread()
 TagSystem::TagSystem(QObject *parent)
     : QObject(parent)
     , m_tagNames(std::make_unique<label::TagNameList>())
-    , m_statements(std::make_unique<label::TagStatements>())
 {
     initSystemTags();
 }
@@ -153,7 +152,7 @@ void TagSystem::closeDatabase()
 {
     if (!m_database.isOpen())
         return;
-    m_statements->forget(m_database);
+    label::TagStatements::forget(m_database);
     m_database.close();
     const QString name = m_database.connectionName();
     // Qt complains of a connection that is removed while a copy of it is about.

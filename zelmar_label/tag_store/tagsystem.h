@@ -20,12 +20,12 @@
 #include <QStringList>
 #include <QVariant>
 
+#include <atomic>
 #include <memory>
 
 namespace label {
 class LabelInterface;
 class TagNameList;
-class TagStatements;
 } // namespace label
 
 /// A project's tags: named PLC data items in the SQLite table `custom_tag_table`, the built-in system tags and the
@@ -42,7 +42,8 @@ class TagStatements;
 /// may be called from any number of threads at once.
 ///
 /// *Ids.* 20000 to 21000 are system tags, 30000 to 50000 recipe tags, 50001 to 60000 recipe row tags, all others rows
-/// of the tag table. -1 stands for no tag.
+/// of the tag table. -1 stands for no tag. New tags never get the id of a system or recipe tag; rows that stand there
+/// already are taken for such tags.
 ///
 /// *Failures.* Nothing throws. A statement that fails reads as no rows. Where an operation says that it shows a
 /// message, it is a message box that blocks; in a program without widgets it is a line at warning level in the log.
@@ -145,7 +146,8 @@ public:
     QList<int> addTags(int id, QPair<QString, CommunicatorCommand> source, int count);
     QList<int> addTags(int id, int count);
 
-    /// Renames a tag, unless the name or a numbered form of it exists. A failure goes to the debug log.
+    /// Renames a tag, unless the name or a numbered form of it exists. A failure goes to the debug log; a name that
+    /// holds a double quote or a zero character fails.
     void setTagNameById(QString name, int id);
     ///@}
 
@@ -159,7 +161,7 @@ public:
     bool isNewTag(const QString &name) const;
     /// Empty when there is none.
     QString getTagNameById(int id) const;
-    /// -1 when there is none or more than one.
+    /// -1 when there is none or more than one, and for a name that holds a single quote or a zero character.
     int getIdByTagName(const QString &name) const;
     /// The tag that a recipe tag is connected to; 0 when it is not connected, -1 when `id` is no recipe id.
     int getRecipeConnectedID(int id);
@@ -208,6 +210,8 @@ public:
     QList<int> getTagIDList();
     /// The rows of a link.
     QList<int> getTagIDList(int linkId);
+    /// The rows of a link with this address as it is stored; none for an address that holds a single quote or a zero
+    /// character.
     QList<int> getTagIDsByAddress(int linkId, const QString &address);
     /// True for every system and recipe id, and for ids that have a row.
     bool isValidTagID(int id);
@@ -309,19 +313,23 @@ private:
         int scale = 0;
     };
 
-    void noteAddedTag(bool wasCurrent, qint64 id);
-    void noteModifiedTag(bool wasCurrent, int changedRows);
-    bool areNamesCurrent() const;
     bool insertTag(const QString &name, const QString &address, int access, int connectorId, int dataType, int scale,
                    QString &error);
-    int highestNumberOf(const QString &name) const;
+    QString newId() const;
+    qint64 highestId() const;
+    qint64 countedId() const;
+    bool hasNumberedForm(const QString &name) const;
+    bool rename(int id, const QString &name, QString &error);
+    QString systemTagName(int id) const;
+    int systemTagId(const QString &name) const;
+    CommunicatorCommand::DataType keptSystemTagDataType(int id);
     int resolvedRecipe(int id);
     label::LabelInterface *labelOf(int id, CommunicatorCommand &command, const char *missing);
     const CatchRecord &caught(int id);
     CommunicatorCommand caughtCommand(int id, bool &ok);
     CommunicatorCommand commandOf(int id, bool &ok, int redirections);
     QString tableStatement(const char *statement) const;
-    QList<int> idsOf(const QString &statement) const;
+    QList<int> idsOf(const QString &statement, const QVariantList &values = QVariantList()) const;
 
     static TagSystem *s_defaultInstance;
 
@@ -329,7 +337,10 @@ private:
     QStringList m_columnTypes;
     std::unique_ptr<label::TagNameList> m_tagNames;
     QSqlDatabase m_database;
+    /// By id; not changed after the constructor, so that no reader takes a lock.
     QMap<int, SystemTagItemInformation> m_systemTags;
+    /// From the first system id on: whether asking for the data type of an id without a tag has left a default tag.
+    std::unique_ptr<std::atomic<bool>[]> m_isDefaultSystemTag;
     QMap<int, QString> m_recipeTags;
     QMap<int, int> m_recipeConnectedIDs;
     QMap<int, QString> m_recipeRowTags;
@@ -339,7 +350,6 @@ private:
     QHash<int, CatchRecord> m_catchTable;
     mutable QMutex m_mutex;
     bool m_catchTableReady = false;
-    std::unique_ptr<label::TagStatements> m_statements;
 };
 
 #endif

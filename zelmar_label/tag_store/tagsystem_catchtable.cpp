@@ -7,6 +7,8 @@
 
 #include <algorithm>
 
+using label::TagStatements;
+
 namespace {
 
 /// A column's name that can stand in a prepared statement: others mean what they mean only in the text.
@@ -21,9 +23,9 @@ bool isPlainColumn(const QString &column)
 
 void TagSystem::initCatchTable()
 {
-    m_statements->forEachRow(
+    TagStatements::forEachRow(
         database(), tableStatement("select id,data_type,scan_time,connector_id,address,scale,addition,access from %1"),
-        [this](const QSqlQuery &row) {
+        {}, [this](const QSqlQuery &row) {
             CatchRecord &record = m_catchTable[row.value(0).toInt()];
             record.connectorId = row.value(3).toInt();
             record.access = row.value(7).toInt();
@@ -37,8 +39,8 @@ void TagSystem::initCatchTable()
 QString TagSystem::getAddressByID(int id)
 {
     QString address;
-    m_statements->forEachRowPrepared(database(), QStringLiteral("select id,address from custom_tag_table where id = ?"),
-                                     id, [&address](const QSqlQuery &row) { address = row.value(1).toString(); });
+    TagStatements::forEachRow(database(), QStringLiteral("select id,address from custom_tag_table where id = ?"), {id},
+                              [&address](const QSqlQuery &row) { address = row.value(1).toString(); });
     return address;
 }
 
@@ -47,11 +49,11 @@ int TagSystem::getIntValueByID(int id, const QString &column)
     int value = 0;
     const auto visit = [&value](const QSqlQuery &row) { value = row.value(1).toInt(); };
     if (isPlainColumn(column))
-        m_statements->forEachRowPrepared(
-            database(), QLatin1String("select id,") + column + QLatin1String(" from custom_tag_table where id = ?"), id,
-            visit);
+        TagStatements::forEachRow(
+            database(), QLatin1String("select id,") + column + QLatin1String(" from custom_tag_table where id = ?"),
+            {id}, visit);
     else
-        m_statements->forEachRow(
+        TagStatements::forEachRowOnce(
             database(),
             QStringLiteral("select id,%1 from %2 where id = %3").arg(column, customTagTableName(), QString::number(id)),
             visit);

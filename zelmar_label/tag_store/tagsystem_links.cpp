@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 
 #include "zelmar_label/address_grammar/mutexlocker_p.h"
+#include "zelmar_label/label_store/boundtext_p.h"
 #include "zelmar_label/label_store/labelstore.h"
 #include "zelmar_label/tag_store/labellock_p.h"
 #include "zelmar_label/tag_store/tagstatements_p.h"
@@ -11,15 +12,7 @@
 #include <QRegExp>
 #include <QSet>
 
-namespace label {
-
-std::recursive_mutex &labelLock()
-{
-    static std::recursive_mutex lock;
-    return lock;
-}
-
-} // namespace label
+using label::TagStatements;
 
 int TagSystem::getCommunicatorID(int id)
 {
@@ -34,12 +27,11 @@ int TagSystem::getCommunicatorID(int id)
     }
     int link = -1;
     int rows = 0;
-    m_statements->forEachRowPrepared(database(),
-                                     QStringLiteral("select connector_id from custom_tag_table where id = ?"), id,
-                                     [&link, &rows](const QSqlQuery &row) {
-                                         link = row.value(0).toInt();
-                                         ++rows;
-                                     });
+    TagStatements::forEachRow(database(), QStringLiteral("select connector_id from custom_tag_table where id = ?"),
+                              {id}, [&link, &rows](const QSqlQuery &row) {
+                                  link = row.value(0).toInt();
+                                  ++rows;
+                              });
     return rows == 1 ? link : -1;
 }
 
@@ -67,13 +59,13 @@ QString TagSystem::getLinkName(int linkId)
 {
     QString name;
     bool isFound = false;
-    m_statements->forEachRow(database(), QStringLiteral("SELECT LINKID, PLC_MODEL from LINK;"),
-                             [&](const QSqlQuery &row) {
-                                 if (isFound || row.value(0).toInt() != linkId)
-                                     return;
-                                 isFound = true;
-                                 name = row.value(1).toString();
-                             });
+    TagStatements::forEachRow(database(), QStringLiteral("SELECT LINKID, PLC_MODEL from LINK;"), {},
+                              [&](const QSqlQuery &row) {
+                                  if (isFound || row.value(0).toInt() != linkId)
+                                      return;
+                                  isFound = true;
+                                  name = row.value(1).toString();
+                              });
     return name;
 }
 
@@ -81,12 +73,12 @@ label::LabelInterface *TagSystem::getLable(int linkId)
 {
     QString model;
     bool isFound = false;
-    m_statements->forEachRowPrepared(database(), QStringLiteral("SELECT LINKID, PLC_MODEL from LINK WHERE LINKID = ?;"),
-                                     linkId, [&model, &isFound](const QSqlQuery &row) {
-                                         if (!isFound)
-                                             model = row.value(1).toString();
-                                         isFound = true;
-                                     });
+    TagStatements::forEachRow(database(), QStringLiteral("SELECT LINKID, PLC_MODEL from LINK WHERE LINKID = ?;"),
+                              {linkId}, [&model, &isFound](const QSqlQuery &row) {
+                                  if (!isFound)
+                                      model = row.value(1).toString();
+                                  isFound = true;
+                              });
     if (!isFound)
         return nullptr;
     const std::lock_guard<std::recursive_mutex> lock(label::labelLock());
@@ -95,10 +87,11 @@ label::LabelInterface *TagSystem::getLable(int linkId)
 }
 
 /// The first column of the statement's rows, in row order.
-QList<int> TagSystem::idsOf(const QString &statement) const
+QList<int> TagSystem::idsOf(const QString &statement, const QVariantList &values) const
 {
     QList<int> ids;
-    m_statements->forEachRow(database(), statement, [&ids](const QSqlQuery &row) { ids.append(row.value(0).toInt()); });
+    TagStatements::forEachRow(database(), statement, values,
+                              [&ids](const QSqlQuery &row) { ids.append(row.value(0).toInt()); });
     return ids;
 }
 
@@ -116,16 +109,15 @@ QList<int> TagSystem::getAllEnabledLinkID()
 
 QList<int> TagSystem::stationList(int linkId)
 {
-    return idsOf(QStringLiteral("SELECT STATIONID FROM NODE WHERE LINKID=%1 ORDER BY STATIONID ASC;").arg(linkId));
+    return idsOf(QStringLiteral("SELECT STATIONID FROM NODE WHERE LINKID=? ORDER BY STATIONID ASC;"), {linkId});
 }
 
 bool TagSystem::isValidStationID(int id, int station)
 {
     const int link = getCommunicatorID(id);
     bool isFound = false;
-    const bool succeeded = m_statements->forEachRow(
-        database(),
-        QStringLiteral("SELECT NODEID FROM NODE WHERE STATIONID = %1 AND LINKID = %2;").arg(station).arg(link),
+    const bool succeeded = TagStatements::forEachRow(
+        database(), QStringLiteral("SELECT NODEID FROM NODE WHERE STATIONID = ? AND LINKID = ?;"), {station, link},
         [&isFound](const QSqlQuery &) { isFound = true; });
     if (!succeeded)
         qDebug() << "isValidStationID"
@@ -142,7 +134,7 @@ QString TagSystem::getStationID(const QString &address)
 
 QList<int> TagSystem::getTagIDList()
 {
-    QList<int> ids = idsOf(tableStatement("select id from %2 "));
+    QList<int> ids = idsOf(tableStatement("select id from %1 "));
     const QSet<int> rows(ids.begin(), ids.end());
     for (auto tag = m_recipeTags.constBegin(); tag != m_recipeTags.constEnd(); ++tag) {
         if (!rows.contains(tag.key()))
@@ -153,13 +145,15 @@ QList<int> TagSystem::getTagIDList()
 
 QList<int> TagSystem::getTagIDList(int linkId)
 {
-    return idsOf(QStringLiteral("select id from %1 where connector_id = %2 ").arg(customTagTableName()).arg(linkId));
+    return idsOf(tableStatement("select id from %1 where connector_id = ? "), {linkId});
 }
 
 QList<int> TagSystem::getTagIDsByAddress(int linkId, const QString &address)
 {
-    const QList<int> ids = idsOf(QStringLiteral("select id,address from %1 where address = '%2' AND connector_id = %3")
-                                     .arg(customTagTableName(), address, QString::number(linkId)));
+    if (!label::canBeSought(address))
+        return {};
+    const QList<int> ids = idsOf(tableStatement("select id,address from %1 where address = ? AND connector_id = ?"),
+                                 {label::boundText(address), linkId});
     for (const int id : ids)
         qDebug() << "TagSystem::getTagIDsByAddress " << id;
     return ids;
@@ -171,8 +165,8 @@ bool TagSystem::isValidTagID(int id)
         return true;
     int count = 0;
     QString error;
-    const bool succeeded = m_statements->forEachRow(
-        database(), QStringLiteral("select count(id) from %1 where id = %2").arg(customTagTableName()).arg(id),
+    const bool succeeded = TagStatements::forEachRow(
+        database(), tableStatement("select count(id) from %1 where id = ?"), {id},
         [&count](const QSqlQuery &row) { count = row.value(0).toInt(); }, &error);
     if (!succeeded)
         qDebug() << "TagSystem::isValidTagID " << error;

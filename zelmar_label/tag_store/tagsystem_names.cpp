@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 
 #include "zelmar_label/address_grammar/mutexlocker_p.h"
+#include "zelmar_label/label_store/boundtext_p.h"
 #include "zelmar_label/tag_store/fuzzymatch_p.h"
 #include "zelmar_label/tag_store/tagids_p.h"
 #include "zelmar_label/tag_store/tagnamelist_p.h"
@@ -10,17 +11,20 @@
 
 #include <QSet>
 
+#include <optional>
+
+using label::TagStatements;
+
 namespace {
 
-/// A text that stands for itself between single quotes in a statement.
-bool isPlainText(const QString &text)
+/// The lowest id of the tag with this name.
+std::optional<int> idIn(const QMap<int, QString> &names, const QString &name)
 {
-    return !text.contains(QLatin1Char('\'')) && !text.contains(QChar(0));
-}
-
-int keyOf(const QMap<int, QString> &names, const QString &name)
-{
-    return names.key(name, -1);
+    for (auto tag = names.constBegin(); tag != names.constEnd(); ++tag) {
+        if (tag.value() == name)
+            return tag.key();
+    }
+    return std::nullopt;
 }
 
 } // namespace
@@ -42,52 +46,40 @@ bool TagSystem::isNewTag(const QString &name) const
 
 QString TagSystem::getTagNameById(int id) const
 {
-    if (isSystemID(id)) {
-        const label::MutexLocker locker(&m_mutex);
-        const auto tag = m_systemTags.constFind(id);
-        return tag == m_systemTags.constEnd() ? QString() : tag->name;
-    }
+    if (isSystemID(id))
+        return systemTagName(id);
     if (isRecipeID(id)) {
         const auto tag = m_recipeTags.constFind(id);
         return tag == m_recipeTags.constEnd() ? m_recipeRowTags.value(id) : *tag;
     }
     QString name;
     int rows = 0;
-    m_statements->forEachRowPrepared(database(), QStringLiteral("select id,name from custom_tag_table where id = ?"),
-                                     id, [&name, &rows](const QSqlQuery &row) {
-                                         name = row.value(1).toString();
-                                         ++rows;
-                                     });
+    TagStatements::forEachRow(database(), QStringLiteral("select id,name from custom_tag_table where id = ?"), {id},
+                              [&name, &rows](const QSqlQuery &row) {
+                                  name = row.value(1).toString();
+                                  ++rows;
+                              });
     return rows < 2 ? name : QString();
 }
 
 int TagSystem::getIdByTagName(const QString &name) const
 {
     const label::MutexLocker locker(&m_mutex);
-    if (isSystemTag(name)) {
-        for (auto tag = m_systemTags.constBegin(); tag != m_systemTags.constEnd(); ++tag) {
-            if (tag->name == name)
-                return tag.key();
-        }
-        return -1;
-    }
+    if (isSystemTag(name))
+        return systemTagId(name);
     if (isRecipeTag(name)) {
-        const int id = keyOf(m_recipeTags, name);
-        return id >= 0 ? id : keyOf(m_recipeRowTags, name);
+        const std::optional<int> id = idIn(m_recipeTags, name);
+        return id ? *id : idIn(m_recipeRowTags, name).value_or(-1);
     }
+    if (!label::canBeSought(name))
+        return -1;
     int id = -1;
     int rows = 0;
-    const auto visit = [&id, &rows](const QSqlQuery &row) {
-        id = row.value(0).toInt();
-        ++rows;
-    };
-    if (isPlainText(name))
-        m_statements->forEachRowPrepared(
-            database(), QStringLiteral("select id,name from custom_tag_table where name = ?"), name, visit);
-    else
-        m_statements->forEachRow(
-            database(), QStringLiteral("select id,name from %1 where name = '%2'").arg(customTagTableName(), name),
-            visit);
+    TagStatements::forEachRow(database(), QStringLiteral("select id,name from custom_tag_table where name = ?"),
+                              {label::boundText(name)}, [&id, &rows](const QSqlQuery &row) {
+                                  id = row.value(0).toInt();
+                                  ++rows;
+                              });
     return rows == 1 ? id : -1;
 }
 
@@ -131,9 +123,8 @@ QStringList TagSystem::getTagNames()
 QStringList TagSystem::getTagNameList(int connectorId)
 {
     QStringList names;
-    m_statements->forEachRowPrepared(
-        database(), QStringLiteral("select name from custom_tag_table where connector_id = ? "), connectorId,
-        [&names](const QSqlQuery &row) { names.append(row.value(0).toString()); });
+    TagStatements::forEachRow(database(), QStringLiteral("select name from custom_tag_table where connector_id = ? "),
+                              {connectorId}, [&names](const QSqlQuery &row) { names.append(row.value(0).toString()); });
     return names;
 }
 

@@ -1,8 +1,10 @@
 // SPDX-FileCopyrightText: the zelmar_label authors
 // SPDX-License-Identifier: MIT
 
-#include "zelmar_label/address_grammar/mutexlocker_p.h"
+#include "zelmar_label/tag_store/tagids_p.h"
 #include "zelmar_label/tag_store/tagsystem.h"
+
+#include <algorithm>
 
 namespace {
 
@@ -11,6 +13,8 @@ using Information = SystemTagItemInformation;
 constexpr int number = 3;
 constexpr int text = 7;
 constexpr int unixTime = 8;
+
+constexpr int systemIds = label::lastSystemTagId - label::firstSystemTagId + 1;
 
 struct SystemTag
 {
@@ -92,27 +96,57 @@ void TagSystem::initSystemTags()
     }
     for (const SystemTag &tag : uncountedTags)
         m_systemTags.insert(tag.key, informationOf(tag));
+    m_isDefaultSystemTag = std::make_unique<std::atomic<bool>[]>(systemIds);
 }
 
 SystemTagItemInformation::TagType TagSystem::getSystemTagType(int id)
 {
-    const label::MutexLocker locker(&m_mutex);
     const auto tag = m_systemTags.constFind(id);
     return tag == m_systemTags.constEnd() ? Information::InvalidTag : tag->tagType;
 }
 
 CommunicatorCommand::DataType TagSystem::getSystemTagDataType(int id)
 {
-    const label::MutexLocker locker(&m_mutex);
     const auto tag = m_systemTags.constFind(id);
     return tag == m_systemTags.constEnd() ? CommunicatorCommand::Invalid : tag->dataType;
 }
 
 bool TagSystem::isControlSystemTag(int id) const
 {
-    const label::MutexLocker locker(&m_mutex);
+    return m_systemTags.value(id).tagType == Information::ControlTag;
+}
+
+/// The name of a system id's tag; empty when there is none.
+QString TagSystem::systemTagName(int id) const
+{
     const auto tag = m_systemTags.constFind(id);
-    return tag != m_systemTags.constEnd() && tag->tagType == Information::ControlTag;
+    if (tag != m_systemTags.constEnd())
+        return tag->name;
+    return m_isDefaultSystemTag[id - label::firstSystemTagId] ? Information().name : QString();
+}
+
+/// The lowest id of a system tag with this name; -1 when there is none.
+int TagSystem::systemTagId(const QString &name) const
+{
+    for (auto tag = m_systemTags.constBegin(); tag != m_systemTags.constEnd(); ++tag) {
+        if (tag->name == name)
+            return tag.key();
+    }
+    if (name != Information().name)
+        return -1;
+    const std::atomic<bool> *const first = m_isDefaultSystemTag.get();
+    const std::atomic<bool> *const found = std::find(first, first + systemIds, true);
+    return found == first + systemIds ? -1 : label::firstSystemTagId + static_cast<int>(found - first);
+}
+
+/// The data type of a system id's tag. An id without a tag gets a default tag, which stays.
+CommunicatorCommand::DataType TagSystem::keptSystemTagDataType(int id)
+{
+    const auto tag = m_systemTags.constFind(id);
+    if (tag != m_systemTags.constEnd())
+        return tag->dataType;
+    m_isDefaultSystemTag[id - label::firstSystemTagId] = true;
+    return Information().dataType;
 }
 
 int TagSystem::numControlSystemTag() const

@@ -1,6 +1,8 @@
 // SPDX-FileCopyrightText: the zelmar_label authors
 // SPDX-License-Identifier: MIT
 
+#include "zelmar_label/label_store/boundtext_p.h"
+#include "zelmar_label/tag_store/tagids_p.h"
 #include "zelmar_label/tag_store/tagmessages_p.h"
 #include "zelmar_label/tag_store/tagnamelist_p.h"
 #include "zelmar_label/tag_store/tagstatements_p.h"
@@ -9,7 +11,10 @@
 #include <QDebug>
 #include <QRegExp>
 
+#include <algorithm>
+
 using label::MessageKind;
+using label::TagStatements;
 
 namespace {
 
@@ -17,6 +22,23 @@ namespace {
 QRegExp nameAndNumber(const QString &name)
 {
     return QRegExp(QLatin1Char('^') + name + QLatin1String("(-(\\d+))?$"));
+}
+
+/// True for an id of a system or recipe tag, and for one that so many new rows may reach.
+bool isNearReservedIds(qint64 id)
+{
+    constexpr int rows = 1000;
+    const auto isNear = [id](int first, int last) { return id >= first - rows && id <= last; };
+    return isNear(label::firstSystemTagId, label::lastSystemTagId) ||
+           isNear(label::firstRecipeTagId, label::lastRecipeRowTagId);
+}
+
+/// False for 0, which numbers no tag, and for digits of other scripts.
+bool isNumberAboveZero(const QString &digits)
+{
+    const auto isDigit = [](QChar character) { return character >= QLatin1Char('0') && character <= QLatin1Char('9'); };
+    const auto isNotZero = [](QChar character) { return character != QLatin1Char('0'); };
+    return std::all_of(digits.begin(), digits.end(), isDigit) && std::any_of(digits.begin(), digits.end(), isNotZero);
 }
 
 } // namespace
@@ -27,28 +49,70 @@ bool TagSystem::insertTag(const QString &name, const QString &address, int acces
 {
     const QString statement =
         tableStatement("insert into %1 ") +
-        QLatin1String("(name,access,connector_id,data_type,address,scan_time,scale,addition,default_value,user_log,"
+        QLatin1String("(id,name,access,connector_id,data_type,address,scan_time,scale,addition,default_value,user_log,"
                       "user_log_comment) ") +
-        QLatin1String(" VALUES (:name, :access, :connector_id, :data_type, :address, :scan_time, :scale, :addition, "
+        QLatin1String(" VALUES (") + newId() +
+        QLatin1String(", :name, :access, :connector_id, :data_type, :address, :scan_time, :scale, :addition, "
                       ":default_value, :user_log, :user_log_comment)");
-    const bool wasCurrent = areNamesCurrent();
-    qint64 id = -1;
-    if (!m_statements->run(database(), statement,
-                           {{QStringLiteral(":name"), name},
-                            {QStringLiteral(":access"), access},
-                            {QStringLiteral(":connector_id"), connectorId},
-                            {QStringLiteral(":data_type"), dataType},
-                            {QStringLiteral(":address"), address},
-                            {QStringLiteral(":scan_time"), 1},
-                            {QStringLiteral(":scale"), scale},
-                            {QStringLiteral(":addition"), 0},
-                            {QStringLiteral(":default_value"), 0},
-                            {QStringLiteral(":user_log"), 0},
-                            {QStringLiteral(":user_log_comment"), QString(QLatin1String(""))}},
-                           error, nullptr, &id))
+    if (!TagStatements::run(database(), statement,
+                            {{QStringLiteral(":name"), name},
+                             {QStringLiteral(":access"), access},
+                             {QStringLiteral(":connector_id"), connectorId},
+                             {QStringLiteral(":data_type"), dataType},
+                             {QStringLiteral(":address"), address},
+                             {QStringLiteral(":scan_time"), 1},
+                             {QStringLiteral(":scale"), scale},
+                             {QStringLiteral(":addition"), 0},
+                             {QStringLiteral(":default_value"), 0},
+                             {QStringLiteral(":user_log"), 0},
+                             {QStringLiteral(":user_log_comment"), QString(QLatin1String(""))}},
+                            error))
         return false;
-    noteAddedTag(wasCurrent, id);
+    if (!m_tagNames->followAddedRow(database()))
+        refreshTagNames();
     return true;
+}
+
+/// The id of a new row as an expression of its INSERT: NULL, which leaves it to the database to count on, or, where
+/// that would give the id of a system or recipe tag, the first id behind those.
+QString TagSystem::newId() const
+{
+    const qint64 counted = countedId();
+    if (!isNearReservedIds(highestId() + 1) && !isNearReservedIds(counted + 1))
+        return QStringLiteral("NULL");
+    // The statement itself looks, so that no other writer comes in between.
+    return tableStatement(
+               "(SELECT CASE WHEN next BETWEEN %2 AND %3 THEN %3 + 1 WHEN next BETWEEN %4 AND %5 THEN %5 + 1 "
+               "END FROM (SELECT max(ifnull(max(id), 0), %6) + 1 AS next FROM %1))")
+        .arg(label::firstSystemTagId)
+        .arg(label::lastSystemTagId)
+        .arg(label::firstRecipeTagId)
+        .arg(label::lastRecipeRowTagId)
+        .arg(counted);
+}
+
+qint64 TagSystem::highestId() const
+{
+    qint64 highest = 0;
+    TagStatements::forEachRow(database(), tableStatement("SELECT max(id) FROM %1"), {},
+                              [&highest](const QSqlQuery &row) { highest = row.value(0).toLongLong(); });
+    return highest;
+}
+
+/// The highest id that the database remembers to have given, also of a row that was deleted since: only a table that
+/// the project made itself has such a memory. Else 0.
+qint64 TagSystem::countedId() const
+{
+    const QSqlDatabase db = database();
+    bool remembers = false;
+    TagStatements::forEachRow(db, QStringLiteral("SELECT 1 FROM main.sqlite_master WHERE name = 'sqlite_sequence'"), {},
+                              [&remembers](const QSqlQuery &) { remembers = true; });
+    qint64 counted = 0;
+    if (remembers)
+        TagStatements::forEachRow(db, QStringLiteral("SELECT seq FROM sqlite_sequence WHERE name = ?"),
+                                  {customTagTableName()},
+                                  [&counted](const QSqlQuery &row) { counted = row.value(0).toLongLong(); });
+    return counted;
 }
 
 void TagSystem::addDafaultTag(const QString &name)
@@ -84,39 +148,31 @@ bool TagSystem::modifyTag(const QString &name, const QString &address, int conne
         QLatin1String("SET access = 1, connector_id = :connector_id,  data_type = :data_type, ") +
         QLatin1String("address = :address ,  scan_time = 1 , scale = :scale , addition = 0, ") +
         QLatin1String("default_value = 0, user_log = 0, user_log_comment = \"\" WHERE name = :name ;");
-    const bool wasCurrent = areNamesCurrent();
     QString error;
     int changedRows = 0;
-    if (!m_statements->run(database(), statement,
-                           {{QStringLiteral(":name"), name},
-                            {QStringLiteral(":connector_id"), connectorId},
-                            {QStringLiteral(":data_type"), dataType},
-                            {QStringLiteral(":address"), address},
-                            {QStringLiteral(":scale"), scale}},
-                           error, &changedRows)) {
+    if (!TagStatements::run(database(), statement,
+                            {{QStringLiteral(":name"), name},
+                             {QStringLiteral(":connector_id"), connectorId},
+                             {QStringLiteral(":data_type"), dataType},
+                             {QStringLiteral(":address"), address},
+                             {QStringLiteral(":scale"), scale}},
+                            error, &changedRows)) {
         label::showMessage(MessageKind::Warning, tr("Modify tag error"), error);
         return false;
     }
-    noteModifiedTag(wasCurrent, changedRows);
+    if (!m_tagNames->followChangedRows(database(), changedRows))
+        refreshTagNames();
     return true;
 }
 
-/// -1 when neither the name nor a numbered form of it exists. A bare name counts as 0, whatever came before it.
-int TagSystem::highestNumberOf(const QString &name) const
+/// True when the name exists, bare or with a number behind it.
+bool TagSystem::hasNumberedForm(const QString &name) const
 {
     const QRegExp expression = nameAndNumber(name);
-    int highest = -1;
-    for (const QString &known : m_tagNames->names()) {
-        if (expression.indexIn(known) < 0)
-            continue;
-        const QString digits = expression.cap(2);
-        const int number = digits.toInt();
-        if (digits.isEmpty())
-            highest = 0;
-        else if (number != 0 && number > highest)
-            highest = number;
-    }
-    return highest;
+    const QStringList &names = m_tagNames->names();
+    return std::any_of(names.begin(), names.end(), [&expression](const QString &known) {
+        return expression.indexIn(known) >= 0 && (expression.cap(2).isEmpty() || isNumberAboveZero(expression.cap(2)));
+    });
 }
 
 QList<int> TagSystem::addTags(int id, QPair<QString, CommunicatorCommand> source, int count)
@@ -132,19 +188,15 @@ QList<int> TagSystem::addTags(int id, QPair<QString, CommunicatorCommand> source
         return {};
     const int connectorId = getCommunicatorID(id);
     const int dataType = getDataTypeByID(id);
-    int highest = highestNumberOf(name);
-    QStringList added;
-    for (int copy = 0; copy < count; ++copy) {
+    const bool isNew = !hasNumberedForm(name);
+    for (int copy = 0; isNew && copy < count; ++copy) {
         QString error;
-        if (highest != -1)
-            ++highest;
-        else if (!insertTag(name, address, 1, connectorId, dataType, scale, error))
+        if (!insertTag(name, address, 1, connectorId, dataType, scale, error))
             qDebug() << "Add Tag error : " << error;
-        added.append(name);
     }
     QList<int> ids;
-    for (const QString &one : qAsConst(added))
-        ids.append(getIdByTagName(one));
+    for (int copy = 0; copy < count; ++copy)
+        ids.append(getIdByTagName(name));
     refreshTagNames();
     return ids;
 }
@@ -161,11 +213,21 @@ void TagSystem::setTagNameById(QString name, int id)
         if (expression.indexIn(known) >= 0)
             return;
     }
-    const QString statement = QStringLiteral("update %1 set name = \"%2\" where id = %3")
-                                  .arg(customTagTableName(), name, QString::number(id));
     QString error;
-    if (!m_statements->forEachRow(
-            database(), statement, [](const QSqlQuery &) {}, &error))
-        qDebug() << statement << error;
+    if (!rename(id, name, error))
+        qDebug() << QStringLiteral("update %1 set name = \"%2\" where id = %3")
+                        .arg(customTagTableName(), name, QString::number(id))
+                 << error;
     refreshTagNames();
+}
+
+/// A name with a double quote or a zero character is refused.
+bool TagSystem::rename(int id, const QString &name, QString &error)
+{
+    if (name.contains(QLatin1Char('"')) || name.contains(QChar(0))) {
+        error = QStringLiteral("a name holds no double quote and no zero character");
+        return false;
+    }
+    return TagStatements::run(database(), tableStatement("update %1 set name = :name where id = :id"),
+                              {{QStringLiteral(":name"), label::boundText(name)}, {QStringLiteral(":id"), id}}, error);
 }

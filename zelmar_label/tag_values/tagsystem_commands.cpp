@@ -105,14 +105,14 @@ CommunicatorCommand TagSystem::commandOf(int id, bool &ok, int redirections)
     if (m_catchTableReady && !isNotNormalTag(id))
         return caughtCommand(id, ok);
     CommunicatorCommand command;
-    label::MutexLocker locker(&m_mutex);
     ok = true;
     if (isSystemID(id)) {
-        const auto tag = m_systemTags.constFind(id);
-        if (tag != m_systemTags.constEnd())
-            command.address = tag->name;
+        const QString name = systemTagName(id);
+        if (!name.isEmpty())
+            command.address = name;
         return command;
     }
+    label::MutexLocker locker(&m_mutex);
     if (isRecipeID(id)) {
         const bool isItem = m_recipeTags.contains(id);
         const bool isCircle = redirections > m_recipeTags.size() + m_recipeRowTags.size();
@@ -130,9 +130,9 @@ CommunicatorCommand TagSystem::commandOf(int id, bool &ok, int redirections)
     }
     CommunicatorCommand read;
     int rows = 0;
-    m_statements->forEachRowPrepared(
+    label::TagStatements::forEachRow(
         database(), QStringLiteral("SELECT id,data_type,address,scan_time,scale FROM custom_tag_table WHERE id = ?"),
-        id, [&read, &rows](const QSqlQuery &row) {
+        {id}, [&read, &rows](const QSqlQuery &row) {
             ++rows;
             setTag(read, row.value(1).toInt(), row.value(2).toString(), row.value(4).toInt());
             read.scanTime = row.value(3).toInt();
@@ -147,9 +147,9 @@ int TagSystem::getDataTypeByID(int id)
         const int tag = resolvedRecipe(id);
         return tag == -1 ? label::TagInt8 : getDataTypeByID(tag);
     }
-    const label::MutexLocker locker(&m_mutex);
     if (isSystemID(id))
-        return m_systemTags[id].dataType == textInSystemTag ? label::TagAscii : label::TagInt32;
+        return keptSystemTagDataType(id) == textInSystemTag ? label::TagAscii : label::TagInt32;
+    const label::MutexLocker locker(&m_mutex);
     return m_catchTableReady ? caught(id).dataType : getIntValueByID(id, QStringLiteral("data_type"));
 }
 
