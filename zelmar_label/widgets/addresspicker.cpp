@@ -12,10 +12,9 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
-#include <QSignalBlocker>
 #include <QSortFilterProxyModel>
 
-#include <algorithm>
+#include <utility>
 
 namespace {
 
@@ -173,17 +172,10 @@ void AddressPicker::updateTypesCombo()
 {
     QComboBox *const combo = ui->typesCombo;
     const QString chosen = combo->currentText();
-    {
-        const QSignalBlocker blocker(combo);
-        const QStringList symbols =
-            m_dataType == m_bitTypeIndex ? m_label->bitPrefixSymbols() : m_label->registerPrefixSymbols();
-        // Setting an address up asks for the same symbols several times.
-        if (m_typesProxy == nullptr || combo->count() != symbols.size() || symbols != m_symbols)
-            fillTypesCombo(symbols);
-        else if (font() != m_fittedFont)
-            fitTypesCombo(symbols);
-        combo->setCurrentIndex(qMax(0, combo->findText(chosen, exactly)));
-    }
+    combo->blockSignals(true);
+    fillTypesCombo(m_dataType == m_bitTypeIndex ? m_label->bitPrefixSymbols() : m_label->registerPrefixSymbols());
+    combo->setCurrentIndex(qMax(0, combo->findText(chosen, exactly)));
+    combo->blockSignals(false);
     updateRangeLabel();
     if (!ui->rangeEditor->text().isEmpty())
         Q_EMIT addressChanged(addressWithStationId());
@@ -191,36 +183,31 @@ void AddressPicker::updateTypesCombo()
 
 void AddressPicker::fillTypesCombo(const QStringList &symbols)
 {
-    // The model need not move what it gets in order.
-    QStringList sorted = symbols;
-    sorted.sort();
-    ui->typesCombo->clear();
-    ui->typesCombo->insertItems(0, sorted);
-    sortTypes();
+    QComboBox *const combo = ui->typesCombo;
+    if (m_typesProxy == nullptr)
+        makeTypesProxy();
+    combo->clear();
+    combo->insertItems(0, symbols);
+    m_typesProxy->sort(0, Qt::AscendingOrder);
     fitTypesCombo(symbols);
-    m_symbols = symbols;
 }
 
-void AddressPicker::sortTypes()
+void AddressPicker::makeTypesProxy()
 {
     QComboBox *const combo = ui->typesCombo;
-    if (m_typesProxy == nullptr) {
-        m_typesProxy = new QSortFilterProxyModel(combo);
-        // Sorted while it is filled, a row would move away from the place that the combo box writes its text to.
-        m_typesProxy->setDynamicSortFilter(false);
-        QAbstractItemModel *const source = combo->model();
-        m_typesProxy->setSourceModel(source);
-        // A combo box deletes a model that it owns when it gets another.
-        source->setParent(m_typesProxy);
-        combo->setModel(m_typesProxy);
-    }
-    m_typesProxy->sort(0, Qt::AscendingOrder);
+    m_typesProxy = new QSortFilterProxyModel(combo);
+    // A row that is sorted at once moves away from the place that the combo box then writes its text to.
+    m_typesProxy->setDynamicSortFilter(false);
+    QAbstractItemModel *const source = combo->model();
+    m_typesProxy->setSourceModel(source);
+    // A combo box deletes a model that it owns when it gets another.
+    source->setParent(m_typesProxy);
+    combo->setModel(m_typesProxy);
 }
 
 void AddressPicker::fitTypesCombo(const QStringList &symbols)
 {
-    m_fittedFont = font();
-    const QFontMetrics metrics(m_fittedFont);
+    const QFontMetrics metrics(font());
     int widest = 0;
     for (const QString &symbol : symbols)
         widest = qMax(widest, metrics.horizontalAdvance(symbol));
@@ -291,9 +278,10 @@ void AddressPicker::setRange(const QString &range)
 
 void AddressPicker::setDataTypeList(const QStringList &dataTypeList)
 {
-    const QSignalBlocker blocker(ui->dataTypeCombo);
+    ui->dataTypeCombo->blockSignals(true);
     ui->dataTypeCombo->clear();
     ui->dataTypeCombo->insertItems(0, dataTypeList);
+    ui->dataTypeCombo->blockSignals(false);
 }
 
 void AddressPicker::setBitTypeIndex(int bitTypeIndex)
@@ -304,10 +292,9 @@ void AddressPicker::setBitTypeIndex(int bitTypeIndex)
 void AddressPicker::setAvailableStationNumbers(const QList<int> &availableStationNumbers)
 {
     QComboBox *const combo = ui->stationCombo;
-    {
-        const QSignalBlocker blocker(combo);
-        combo->clear();
-    }
+    combo->blockSignals(true);
+    combo->clear();
+    combo->blockSignals(false);
     combo->addItem(QString());
     for (const int station : availableStationNumbers)
         combo->addItem(QString::number(station));

@@ -6,7 +6,6 @@
 
 #include "zelmar_label/zelmar_label_export.h"
 
-#include <QFont>
 #include <QList>
 #include <QString>
 #include <QStringList>
@@ -71,7 +70,8 @@ public:
     /// The length as it stands in its field; 0 for an empty one.
     int length() const;
 
-    /// Silences the picker and its fields for data type, range, symbol and station, or lets them speak again.
+    /// Blocks or unblocks the signals of the picker and of its fields for data type, range, symbol and station.
+    /// `updateTypesCombo`, `setDataTypeList` and `setAvailableStationNumbers` unblock the field that they fill.
     void setChildrenBlockSignals(bool block);
 
     /// Rows of a caller's tag table that the picker works for: kept for the caller, not used here.
@@ -85,7 +85,8 @@ public Q_SLOTS:
     /// Numbers of 0 or less are ignored.
     void setLength(int length);
 
-    /// Takes the symbols from the label anew, sorted, and keeps the chosen one if it is still there.
+    /// Fills the list of symbols anew from the label, sorted and as wide as the widest, and keeps the chosen symbol if
+    /// it is still there.
     void updateTypesCombo();
 
     /// Works on `label` from now on; the old label is not touched any more.
@@ -134,7 +135,7 @@ private:
 
     void connectChildSignals();
     void fillTypesCombo(const QStringList &symbols);
-    void sortTypes();
+    void makeTypesProxy();
     void fitTypesCombo(const QStringList &symbols);
     void updateRangeLabel();
     void refreshLengthUI();
@@ -149,10 +150,6 @@ private:
     QList<int> m_tagTableCurrentRows;
     /// Sorts the symbols; made on first use.
     QSortFilterProxyModel *m_typesProxy = nullptr;
-    /// The symbols offered, in the label's order.
-    QStringList m_symbols;
-    /// The font that the symbols were measured in.
-    QFont m_fittedFont;
 };
 
 #endif
