@@ -35,7 +35,12 @@ QFileDialog *fileDialog(QWidget *parent, const QString &title, const QString &fi
 
 bool MainWindow::openProject(const QString &path)
 {
-    return isReady() && report(m_session.open(path));
+    if (!isReady() || !report(m_session.open(path)))
+        return false;
+    const QString warning = m_session.reservedIdWarning();
+    if (!warning.isEmpty())
+        m_messages->show(MessageBar::Kind::Problem, warning);
+    return true;
 }
 
 bool MainWindow::openSample(const QString &path)

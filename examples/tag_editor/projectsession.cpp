@@ -119,6 +119,12 @@ QString ProjectSession::open(const QString &path)
     return problem;
 }
 
+QString ProjectSession::reservedIdWarning() const
+{
+    const QString warning = ::reservedIdWarning(*m_tags, m_path);
+    return warning.isEmpty() ? warning : sentence(warning);
+}
+
 void ProjectSession::take(const QString &path, const QString &key, bool isWritable)
 {
     close();

@@ -33,6 +33,9 @@ public:
     /// Opens the project and, on success, closes the previous one.
     QString open(const QString &path);
 
+    /// A warning of tags whose ids belong to system and recipe tags; empty when there are none.
+    QString reservedIdWarning() const;
+
     /// Makes the sample project if the file does not exist, and opens it.
     QString openSample(const QString &path);
 

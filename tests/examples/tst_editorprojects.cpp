@@ -25,6 +25,7 @@ private Q_SLOTS:
     void init() { begin(); }
     void cleanup() { end(); }
 
+    void idsOfOtherTagsAreReported();
     void badProjects_data();
     void badProjects();
     void badProjectKeepsTheOneBefore();
@@ -53,6 +54,19 @@ void TestEditorProjects::cleanupTestCase()
 {
     TagSystem::drop();
     label::freeLabels();
+}
+
+void TestEditorProjects::idsOfOtherTagsAreReported()
+{
+    makeProject(path("plant.db"), QStringLiteral("made"));
+    writeTags(QStringLiteral("made"), {TagRow{20000, "At a system id"}, TagRow{1, "Good"}});
+    closeProject(QStringLiteral("made"));
+    QVERIFY(m_window->openProject(path("plant.db")));
+    QCOMPARE(messageOf(*m_window),
+             QStringLiteral("1 tag of %1 has the id of a system or recipe tag (20000): its address "
+                            "is not used; give it another id.")
+                 .arg(path("plant.db")));
+    QVERIFY(m_window->session().isOpen());
 }
 
 void TestEditorProjects::badProjects_data()

@@ -105,6 +105,8 @@ private Q_SLOTS:
     void importIntoLockedProject();
     void exportComesBackUnchanged();
     void exportWarnsOfDoubledNames();
+    void idsOfOtherTagsAreReported_data();
+    void idsOfOtherTagsAreReported();
     void importOfManyTags();
     void systemTags();
     void sampleProject();
@@ -611,6 +613,43 @@ void TestProjectTool::exportWarnsOfDoubledNames()
     QCOMPARE(result.out.section(QLatin1Char('\n'), 3, 3),
              QStringLiteral("{\"name\":\"Title\",\"link\":1,\"dataType\":\"Ascii\",\"address\":\"D300\",\"scale\":4}"));
     QCOMPARE(result.code, 0);
+}
+
+void TestProjectTool::idsOfOtherTagsAreReported_data()
+{
+    QTest::addColumn<QList<int>>("ids");
+    QTest::addColumn<QString>("warning");
+    QTest::newRow("one")
+        << QList<int>{20000}
+        << "1 tag of %1 has the id of a system or recipe tag (20000): its address is not used; give it "
+           "another id";
+    QTest::newRow("several") << QList<int>{20000, 30000, 60000}
+                             << "3 tags of %1 have ids of system or recipe tags (20000, 30000, 60000): their addresses "
+                                "are not used; give them other ids";
+    QTest::newRow("many") << QList<int>{20001, 20002, 20003, 20004, 20005, 20006}
+                          << "6 tags of %1 have ids of system or recipe tags (20001, 20002, 20003, 20004, 20005, ...): "
+                             "their addresses are not used; give them other ids";
+    QTest::newRow("beside them") << QList<int>{19999, 21001, 29999, 60001} << "";
+}
+
+/// By every command that reads a project; nothing else changes.
+void TestProjectTool::idsOfOtherTagsAreReported()
+{
+    QFETCH(QList<int>, ids);
+    QFETCH(QString, warning);
+    openProject(path("project.db"), QStringLiteral("made"));
+    for (const int id : qAsConst(ids))
+        executeOn(QStringLiteral("made"), QStringLiteral("INSERT INTO custom_tag_table (id, name) VALUES (?, ?)"),
+                  {id, QStringLiteral("At %1").arg(id)});
+    closeProject(QStringLiteral("made"));
+    const QString line = warning.isEmpty()
+                             ? QString()
+                             : QStringLiteral("zelmar-label: ") + warning.arg("project.db") + QLatin1Char('\n');
+    for (const char *arguments : {"tags|project.db|--link|1", "limits|project.db|Speed", "encode|project.db|Speed|1"})
+        QCOMPARE(run(argumentsOf(arguments)).err, line);
+    const Result imported = run(argumentsOf("import|project.db|-"), QByteArray(header) + "New,0,Bit,,1\n");
+    QCOMPARE(imported.err, line);
+    QCOMPARE(imported.code, 0);
 }
 
 void TestProjectTool::importOfManyTags()

@@ -3,6 +3,8 @@
 
 #include "projectcheck.h"
 
+#include "zelmar_label/tag_store/tagsystem.h"
+
 #include <QCoreApplication>
 #include <QDir>
 #include <QFileInfo>
@@ -40,6 +42,32 @@ QString missingFile(const QString &projectPath)
     if (!QFileInfo(drivers).isFile())
         return Texts::tr("there is no driver database at %1").arg(drivers);
     return QString();
+}
+
+QString reservedIdWarning(TagSystem &tags, const QString &path)
+{
+    constexpr int mostNamed = 5;
+    QStringList named;
+    int count = 0;
+    const QList<int> ids = tags.getTagIDList();
+    for (const int id : ids) {
+        if (!tags.isNotNormalTag(id))
+            continue;
+        if (++count <= mostNamed)
+            named.append(QString::number(id));
+    }
+    if (count == 0)
+        return QString();
+    if (count > mostNamed)
+        named.append(QStringLiteral("..."));
+    const QString list = named.join(QLatin1String(", "));
+    return count == 1
+               ? Texts::tr("1 tag of %1 has the id of a system or recipe tag (%2): its address is not used; give it "
+                           "another id")
+                     .arg(path, list)
+               : Texts::tr("%1 tags of %2 have ids of system or recipe tags (%3): their addresses are not used; "
+                           "give them other ids")
+                     .arg(QString::number(count), path, list);
 }
 
 ProjectCheck checkProject(const QSqlDatabase &database, const QString &path)

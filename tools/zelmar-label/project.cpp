@@ -91,6 +91,9 @@ bool Project::open(const QString &path, Access access)
     m_tags = TagSystem::instance(QLatin1String(connectionName));
     m_judge = std::make_unique<AddressJudge>(*m_tags);
     m_isQuiet = false;
+    const QString warning = reservedIdWarning(*m_tags, path);
+    if (!warning.isEmpty())
+        m_streams.complain(warning);
     m_hasTable = m_hasTable || access == Access::ReadWrite;
     return !m_hasFailed && (access == Access::ReadOnly || m_isInTransaction || begin());
 }
