@@ -202,9 +202,9 @@ void TestLabelDiagnosis::blocks_data()
         "DB1.DBW4",
         "DB1.DBW4");
     add("a block number above the last", "DB5000.DBW4", any, Kind::UnknownFamilyMember, 4,
-        "the DB family ends at 2047 where \"DB5000.DBW4\" has 5000", "DB2047.DBW4");
+        "DB number 5000 is too high; the last is 2047", "DB2047.DBW4");
     add("a block number below the first", "DB0.DBW4", any, Kind::UnknownFamilyMember, 4,
-        "the DB family begins at 1 where \"DB0.DBW4\" has 0", "DB1.DBW4");
+        "DB number 0 is too low; the first is 1", "DB1.DBW4");
     add("a bit beyond the byte of a block", "DB12.DBX3.8", any, Kind::BitBeyondWord, 2,
         "bit 8 is beyond the last bit of DBn.DBXb.x, 7", "DB12.DBX3.7");
     add("a bit of a block's word", "DB12.DBW4.1", any, Kind::UnknownFamilyMember, 4,
@@ -263,10 +263,10 @@ void TestLabelDiagnosis::files_data()
     add("a new file is accepted", "N9:5", Kind::Accepted, 1, "");
     add("a file number with a zero in front", "N07:5", Kind::UnknownFamilyMember, 1,
         "no format of the N family takes \"N07:5\"; one is Nf:n: integer, e.g. N10:5", "N7:5");
-    add("a file number below the first", "N8:5", Kind::UnknownFamilyMember, 1,
-        "the N family begins at 9 where \"N8:5\" has 8", "N9:5");
+    add("a file number below the first", "N8:5", Kind::UnknownFamilyMember, 1, "N number 8 is too low; the first is 9",
+        "N9:5");
     add("a file number above the last", "N256:1", Kind::UnknownFamilyMember, 1,
-        "the N family ends at 255 where \"N256:1\" has 256", "N255:1");
+        "N number 256 is too high; the last is 255", "N255:1");
     add("a bit beyond the word of a file", "N9:5/16", Kind::BitBeyondWord, 2,
         "bit 16 is beyond the last bit of Nf:n/b, 15", "N9:5/15");
     add("a point for the colon", "N9.5", Kind::UnknownFamilyMember, 1, "\".\" at position 3 should be \":\"",

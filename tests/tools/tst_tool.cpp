@@ -233,7 +233,7 @@ void TestTool::outputs_data()
     add("a family of the other type", "check|ISO on TCP|--type|bit|DB12.DBW9", 1,
         "refused  DB12.DBW9  DB12.DBW9 is a word, not a bit, yet labels take it unchecked; try DB12.DBX9.7\n");
     add("no such member of a family", "check|ISO on TCP|DB5000.DBW1", 1,
-        "refused  DB5000.DBW1  the DB family ends at 2047 where \"DB5000.DBW1\" has 5000; try DB2047.DBW1\n");
+        "refused  DB5000.DBW1  DB number 5000 is too high; the last is 2047; try DB2047.DBW1\n");
     add("the name of a family", "check|ISO on TCP|DB_DBW", 1,
         "refused  DB_DBW  \"DB_DBW\" is the name of a family of formats and no address; the family is DBn.DBWb: data "
         "block word, e.g. DB1.DBW4; try DB1.DBW4\n");

@@ -163,10 +163,9 @@ private:
                        : tr("no format of the %1 family takes \"%2\"; one is %3")
                              .arg(format(), address, m_diagnosis.description);
         return m_diagnosis.number.toDouble() > m_diagnosis.limit.toDouble()
-                   ? tr("the %1 family ends at %2 where \"%3\" has %4")
-                         .arg(format(), m_diagnosis.limit, address, m_diagnosis.number)
-                   : tr("the %1 family begins at %2 where \"%3\" has %4")
-                         .arg(format(), m_diagnosis.limit, address, m_diagnosis.number);
+                   ? tr("%1 number %2 is too high; the last is %3").arg(format(), m_diagnosis.number, m_diagnosis.limit)
+                   : tr("%1 number %2 is too low; the first is %3")
+                         .arg(format(), m_diagnosis.number, m_diagnosis.limit);
     }
 
     QString wrongTypeSentence() const

@@ -198,11 +198,11 @@ p, li { white-space: pre-wrap; }
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <source>the %1 family ends at %2 where &quot;%3&quot; has %4</source>
+        <source>%1 number %2 is too high; the last is %3</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <source>the %1 family begins at %2 where &quot;%3&quot; has %4</source>
+        <source>%1 number %2 is too low; the first is %3</source>
         <translation type="unfinished"></translation>
     </message>
     <message>

@@ -201,12 +201,12 @@ p, li { white-space: pre-wrap; }
         <translation>kein Format der Familie %1 nimmt „%2“ an; eines ist %3</translation>
     </message>
     <message>
-        <source>the %1 family ends at %2 where &quot;%3&quot; has %4</source>
-        <translation>die Familie %1 endet dort bei %2, wo „%3“ %4 hat</translation>
+        <source>%1 number %2 is too high; the last is %3</source>
+        <translation>%1-Nummer %2 ist zu hoch; die letzte ist %3</translation>
     </message>
     <message>
-        <source>the %1 family begins at %2 where &quot;%3&quot; has %4</source>
-        <translation>die Familie %1 beginnt dort bei %2, wo „%3“ %4 hat</translation>
+        <source>%1 number %2 is too low; the first is %3</source>
+        <translation>%1-Nummer %2 ist zu niedrig; die erste ist %3</translation>
     </message>
     <message>
         <source>%1 is a bit, not a register</source>
