@@ -18,12 +18,10 @@ int newMark()
     return static_cast<int>(++last);
 }
 
-/// What is read of the temporary database is never kept prepared: SQLite crashes on such a statement after a caller has
-/// changed `temp_store`, which closes that database.
-bool readPragma(const QSqlDatabase &db, const QString &pragma, qint64 &value)
+/// A visitor that puts the first field of a row into `value`.
+auto into(qint64 &value)
 {
-    return TagStatements::forEachRowOnce(db, QLatin1String("PRAGMA ") + pragma,
-                                         [&value](const QSqlQuery &row) { value = row.value(0).toLongLong(); });
+    return [&value](const QSqlQuery &row) { value = row.value(0).toLongLong(); };
 }
 
 /// False for a table whose new rows need not be read last: one that is no plain table of the project's file, or one
@@ -45,12 +43,15 @@ bool isReadInRowOrder(const QSqlDatabase &db)
 std::optional<TagNameList::State> TagNameList::read(const QSqlDatabase &db)
 {
     State state;
+    // Statements on the temporary database are not kept prepared: SQLite crashes on one after a caller has changed
+    // `temp_store`, which closes that database.
     const bool isRead =
-        readPragma(db, QStringLiteral("temp.user_version"), state.mark) &&
-        readPragma(db, QStringLiteral("main.data_version"), state.foreignChanges) &&
-        readPragma(db, QStringLiteral("main.schema_version"), state.schema) &&
-        readPragma(db, QStringLiteral("temp.schema_version"), state.temporarySchema) &&
-        readPragma(db, QStringLiteral("reverse_unordered_selects"), state.isReadBackwards) &&
+        TagStatements::forEachRowOnce(db, QStringLiteral("PRAGMA temp.user_version"), into(state.mark)) &&
+        TagStatements::forEachRowOnce(db, QStringLiteral("PRAGMA temp.schema_version"), into(state.temporarySchema)) &&
+        TagStatements::forEachRow(db, QStringLiteral("PRAGMA main.data_version"), {}, into(state.foreignChanges)) &&
+        TagStatements::forEachRow(db, QStringLiteral("PRAGMA main.schema_version"), {}, into(state.schema)) &&
+        TagStatements::forEachRow(db, QStringLiteral("PRAGMA reverse_unordered_selects"), {},
+                                  into(state.isReadBackwards)) &&
         TagStatements::forEachRow(db,
                                   QStringLiteral("SELECT total_changes(), last, name FROM "
                                                  "(SELECT max(_rowid_) AS last, name FROM main.custom_tag_table)"),
