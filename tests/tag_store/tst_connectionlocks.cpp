@@ -76,7 +76,7 @@ void ConnectionLocksTest::init()
 void ConnectionLocksTest::cleanup()
 {
     QCOMPARE(m_messages->take(), QStringList());
-    qApp->setProperty("tolv_env", QVariant());
+    QCoreApplication::instance()->setProperty("tolv_env", QVariant());
     dropProjects();
     m_messages.reset();
     m_folder.reset();
@@ -162,7 +162,7 @@ void ConnectionLocksTest::systemTagsAreReadByManyThreads()
 /// eight questions on another project beside them.
 void ConnectionLocksTest::oneConnectionServesManyThreads()
 {
-    qApp->setProperty("tolv_env", true);
+    QCoreApplication::instance()->setProperty("tolv_env", true);
     TagSystem *busy = TagSystem::instance(busyKey);
     TagSystem *quiet = TagSystem::instance(quietKey);
     executeOn(busyKey, "PRAGMA busy_timeout = 60000");

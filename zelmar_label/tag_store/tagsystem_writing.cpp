@@ -24,13 +24,13 @@ QRegExp nameAndNumber(const QString &name)
     return QRegExp(QLatin1Char('^') + name + QLatin1String("(-(\\d+))?$"));
 }
 
-/// True for an id of a system or recipe tag, and for one that so many new rows may reach.
-bool isNearReservedIds(qint64 id)
+/// True when the id behind `given`, or behind some new rows more, is that of a system or recipe tag.
+bool isBeforeReservedIds(qint64 given)
 {
     constexpr int rows = 1000;
-    const auto isNear = [id](int first, int last) { return id >= first - rows && id <= last; };
-    return isNear(label::firstSystemTagId, label::lastSystemTagId) ||
-           isNear(label::firstRecipeTagId, label::lastRecipeRowTagId);
+    const auto isBefore = [given](int first, int last) { return given >= first - rows && given < last; };
+    return isBefore(label::firstSystemTagId, label::lastSystemTagId) ||
+           isBefore(label::firstRecipeTagId, label::lastRecipeRowTagId);
 }
 
 /// False for 0, which numbers no tag, and for digits of other scripts.
@@ -78,7 +78,7 @@ bool TagSystem::insertTag(const QString &name, const QString &address, int acces
 QString TagSystem::newId() const
 {
     const qint64 counted = countedId();
-    if (!isNearReservedIds(highestId() + 1) && !isNearReservedIds(counted + 1))
+    if (!isBeforeReservedIds(highestId()) && !isBeforeReservedIds(counted))
         return QStringLiteral("NULL");
     // The statement itself looks, so that no other writer comes in between.
     return tableStatement(
