@@ -179,7 +179,7 @@ public:
     QStringList getInternalSimilarTagNames(const QString &text);
     /// The ids of the names that `getSimilarTagNames` finds, each once, in no particular order.
     QList<int> findSimilarTagName(const QString &text);
-    /// True when the longer text contains more than `percent` of the `n`-grams of the shorter padded text; never for an
+    /// True when `b` contains `n`-grams of `a`, both padded, above `percent` of the shorter one's number; never for an
     /// empty text.
     bool isStringSimilar(QString a, QString b, double percent, int n, Qt::CaseSensitivity cs);
     ///@}
