@@ -327,7 +327,7 @@ void TestTagEditor::wrongAddresses_data()
                                                          << "*";
 }
 
-/// A "*" stands for any reason.
+/// A "*" means any reason.
 void TestTagEditor::wrongAddresses()
 {
     QFETCH(int, link);

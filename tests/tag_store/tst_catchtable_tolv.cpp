@@ -322,7 +322,7 @@ void CatchTableTolvTest::askingForTheDataTypeAddsARecord()
     QCOMPARE(tags->getCommunicatorID(-1), -1);
     QCOMPARE(commandOf(tags, -1), QStringLiteral("ok  0 1 1"));
 
-    // Through a recipe tag that is not connected, row 0 is asked for.
+    // An unconnected recipe tag leads to row 0.
     QCOMPARE(tags->getCommunicatorID(0), -1);
     QCOMPARE(tags->getDataTypeByID(30000), 0);
     QCOMPARE(tags->getCommunicatorID(0), 0);

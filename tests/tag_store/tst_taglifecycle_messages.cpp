@@ -51,7 +51,7 @@ private:
     QTimer m_timer;
 };
 
-/// Puts the context in front of every text that is translated.
+/// Puts the context before every translated text.
 class ContextTranslator : public QTranslator
 {
 public:

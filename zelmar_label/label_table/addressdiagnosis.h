@@ -24,8 +24,8 @@ struct AddressDiagnosis
         Accepted,            ///< a row accepts it
         Empty,               ///< no device address
         UnknownFront,        ///< no format begins with the text up to `position` and the character there
-        UnknownFamilyMember, ///< begins like a dynamic family, but the family has no such member; where it is a number
-                             ///< in it that the family does not have, `number` and `limit` tell it
+        UnknownFamilyMember, ///< begins like a dynamic family, but the family has no such member; for a number that the
+                             ///< family does not have, see `number` and `limit`
         FamilyName,          ///< the name of a family's template row, not an address
         StationBeforeFamily, ///< a new member of a family is recognised only without a station
         StationNotNumber,    ///< the text before the "-", `station`, is no decimal number
@@ -45,12 +45,12 @@ struct AddressDiagnosis
     /// The probable typing error in a text that leaves its format. Correcting it at `position` gives the first of
     /// `suggestions`.
     enum class Slip {
-        None,           ///< no known typing error
-        LetterCase,     ///< `written` has the wrong letter case; `meant` has the right one
-        Blank,          ///< a blank
-        LetterForDigit, ///< the letter `written` (O, l, I and the like) for the digit `meant`
-        DigitForLetter, ///< the digit `written` for the letter `meant`
-        NotAscii,       ///< `written` looks like the ASCII character `meant`, but is another (for example a wide digit)
+        None,              ///< no known typing error
+        LetterCase,        ///< `written` has the wrong letter case; `meant` has the right one
+        Blank,             ///< a blank
+        LetterForDigit,    ///< the letter `written` (O, l, I and the like) for the digit `meant`
+        DigitForLetter,    ///< the digit `written` for the letter `meant`
+        NotAscii,          ///< `written` looks like the ASCII character `meant`, but is another (a wide digit)
         DigitOutsideRadix, ///< `written` is a decimal digit, but not in the row's radix
         MissingSeparator,  ///< `meant` is missing before the character at `position`
         WrongSeparator,    ///< the separator `written` for `meant`
@@ -60,8 +60,8 @@ struct AddressDiagnosis
     Slip slip = Slip::None;
     /// The type filter of the question: -1 any row, 0 bit rows, any other value register rows.
     int type = -1;
-    /// True when `LabelInterface::addressValidation` returns a row although `kind` is a fault. It tests neither the
-    /// number nor the type of a new member of a family, and accepts a family's name and an unreadable number.
+    /// True when `LabelInterface::addressValidation` returns a row although `kind` is a fault. That call tests neither
+    /// the number nor the type of a new member of a family, and accepts a family's name and an unreadable number.
     bool isUnchecked = false;
     /// Type index of the row of the diagnosis; the family's template row for a new member of a family; -1 for none.
     /// Among refusing rows it is the one that the text matches furthest, then the one with the fewest changes, then the

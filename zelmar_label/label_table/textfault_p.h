@@ -12,7 +12,7 @@ class AddressJudge;
 class AddressSearch;
 class CommandFormatter;
 
-/// Writes the address, its station and the type into the diagnosis.
+/// Writes the question into the diagnosis.
 void describeQuestion(AddressDiagnosis &diagnosis, const QString &text, int type);
 
 /// Writes the row's own texts into the diagnosis.
