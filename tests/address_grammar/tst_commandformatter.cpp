@@ -22,7 +22,7 @@ Row patternRow(const QString &pattern)
     return row;
 }
 
-/// A row in which no two columns are alike.
+/// A row with a different value in each column.
 Row distinctRow()
 {
     Row row;
@@ -42,7 +42,7 @@ Row distinctRow()
     return row;
 }
 
-/// The bit row of a data block: the word before the dot in radix 10, the bit behind it in radix 8.
+/// The bit row of a data block: the word before the dot in radix 10, the bit after it in radix 8.
 Row dataBlockBitRow()
 {
     Row row;

@@ -7,7 +7,7 @@
 
 #include <QTest>
 
-/// How far a row goes along with a text, and addresses with another number in them.
+/// Tests how far a row matches a text, and addresses with another number.
 class TestCommandFormatterFront : public QObject
 {
     Q_OBJECT

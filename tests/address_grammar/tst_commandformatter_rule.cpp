@@ -447,7 +447,7 @@ void TestCommandFormatterRule::severalAlignments_data()
     QTest::newRow("of 64 plus 1, and of 16 plus 1") << ":rm64a1rm16a1" << 1 << QList<int>{1, 65};
 }
 
-/// All answers come from the kind that is first in their order, wherever the tail names it.
+/// All answers come from the first kind in their order, wherever it is in the tail.
 void TestCommandFormatterRule::severalAlignments()
 {
     QFETCH(QString, tail);

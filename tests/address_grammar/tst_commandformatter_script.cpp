@@ -17,7 +17,7 @@ const QString s_fileName = QStringLiteral("row.js");
 const QString s_rule = QStringLiteral("F>row.js");
 const QString s_constructed = QStringLiteral("------------------------------------------    commandformatter");
 
-/// Every function tells that it was asked; what it announces differs from what the rule text "F>row.js" gives.
+/// Every function reports its call; the announced values differ from those of the rule text "F>row.js".
 const QString s_functions =
     QStringLiteral("function getAddressRange(a) { print('range', a); return 41; }"
                    "function bitoffset(a) { print('bit', a); return 6; }"
@@ -357,7 +357,7 @@ void TestCommandFormatterScript::copiesHaveScriptsOfTheirOwn()
     QCOMPARE(formatter.getAddresRangePart("D1"), 3);
 }
 
-/// As any copy: the script is read and evaluated, and what it kept is gone.
+/// Like any copy: it reads and evaluates the script, and the script's state is lost.
 void TestCommandFormatterScript::aCopyOntoItself()
 {
     writeScript(s_fileName, "var calls = 0; function init() { print('init'); bitBase = 7; }"

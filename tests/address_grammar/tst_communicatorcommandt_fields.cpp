@@ -32,7 +32,7 @@ static_assert(std::is_same_v<decltype(&CommunicatorCommandT::getStationId), int 
 static_assert(
     std::is_same_v<decltype(&CommunicatorCommandT::getAddressString), QString (*)(const CommunicatorCommandT &)>, "");
 
-/// The fields and the key of a command, and what follows from them.
+/// Tests the fields and the key of a command, and their derived values.
 class TestCommunicatorCommandTFields : public QObject
 {
     Q_OBJECT

@@ -20,8 +20,7 @@ namespace {
 constexpr int aWhile = 50;
 constexpr int longEnough = 20000;
 
-/// A device that stops inside a read or a write until it is told to go on, so that whoever uses it can be looked at in
-/// the middle of its work.
+/// A device that blocks inside a read or a write until it is released, to examine its user at that point.
 class PausingDevice : public QIODevice
 {
 public:
@@ -93,7 +92,7 @@ void readSomething(CommunicatorCommandT &command)
     command.inputDataStream(stream);
 }
 
-/// Runs an operation on a thread of its own and tells whether it came to its end.
+/// Runs an operation on a new thread and records whether it ended.
 class Runner
 {
 public:

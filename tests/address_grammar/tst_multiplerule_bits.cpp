@@ -8,7 +8,7 @@
 
 using label::MultipleRule;
 
-/// Which part of a range is the bit, and which number it has.
+/// Tests which part of a range is the bit, and its number.
 class TestMultipleRuleBits : public QObject
 {
     Q_OBJECT

@@ -7,7 +7,7 @@
 
 using label::MultipleRule;
 
-/// What a rule tells of the register that a bit lies in.
+/// Tests what a rule says about the register of a bit.
 class TestMultipleRuleRegisters : public QObject
 {
     Q_OBJECT

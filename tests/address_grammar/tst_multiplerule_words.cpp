@@ -7,7 +7,7 @@
 
 using label::MultipleRule;
 
-/// How the text of a rule is taken apart.
+/// Tests the parsing of a rule text.
 class TestMultipleRuleWords : public QObject
 {
     Q_OBJECT

@@ -26,7 +26,7 @@ private Q_SLOTS:
 
 namespace {
 
-/// Why the prefix and the expression contradict each other over `text`; empty if they do not.
+/// How the prefix and the expression disagree on `text`; empty if they agree.
 QString contradiction(const label::PatternPrefix &prefix, const QString &pattern, const QString &text)
 {
     const QRegExp expression(pattern, Qt::CaseSensitive, QRegExp::RegExp);

@@ -11,7 +11,7 @@
 
 using label::ScriptHook;
 
-/// The values that a script announces when it is loaded, and loaded again.
+/// Tests the values that a script announces when it is loaded, and loaded again.
 class TestScriptHookAnnouncement : public ScriptHookTest
 {
     Q_OBJECT

@@ -25,7 +25,7 @@ CommunicatorCommand peculiar(const QString &address)
 
 } // namespace
 
-/// What passes between the host and the functions of a script.
+/// Tests the arguments and results of the functions of a script.
 class TestScriptHookCalls : public ScriptHookTest
 {
     Q_OBJECT

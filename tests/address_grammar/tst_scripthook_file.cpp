@@ -26,7 +26,7 @@ void writeBytes(const QByteArray &bytes)
 
 } // namespace
 
-/// How a hook finds its file and loads it.
+/// Tests how a hook finds and loads its file.
 class TestScriptHookFile : public ScriptHookTest
 {
     Q_OBJECT

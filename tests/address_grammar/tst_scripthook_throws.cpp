@@ -10,7 +10,7 @@
 
 using label::ScriptHook;
 
-/// The line that a script is told to throw at, which is the line of the `throw`.
+/// Tests the reported line of a script's `throw`.
 class ScriptHookThrowsTest : public QObject
 {
     Q_OBJECT

@@ -19,7 +19,7 @@ inline QStringList shippedDriverFiles()
     return files;
 }
 
-/// One finding a line, for messages of tests.
+/// One finding per line, for test messages.
 inline QByteArray told(const QList<LintFinding> &findings)
 {
     QStringList lines = {QStringLiteral("%1 findings").arg(findings.size())};

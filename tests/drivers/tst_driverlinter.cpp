@@ -16,7 +16,7 @@ namespace {
 
 constexpr int noLine = 0;
 
-/// Two registers' worth of a driver that has no fault: D, and the bits of D.
+/// A driver without a fault: D, and the bits of D.
 DriverText goodDriver()
 {
     DriverText driver;
@@ -36,7 +36,7 @@ DriverText goodDriver()
         DriverRow row;
         row.line = 5 + driver.rows.size();
         row.fields = text.split(QLatin1Char('|'));
-        // The separator stands in a pattern, too.
+        // The separator is also in a pattern.
         if (row.fields.size() > 13)
             row.fields = QStringList{row.fields.at(0) + QLatin1Char('|') + row.fields.at(1)} + row.fields.mid(2);
         driver.rows.append(row);

@@ -16,7 +16,7 @@
 
 namespace {
 
-/// A driver that can be broken, and the scripts that were written for it.
+/// A driver to break, and its scripts.
 struct Subject
 {
     DriverText driver;
@@ -65,7 +65,7 @@ bool hasExample(const Subject &subject, int row)
     return isFixedRow(subject, row) && subject.field(row, "description").contains(QLatin1String("e.g. "));
 }
 
-/// The group that counts is the last one, and nothing stands behind it.
+/// The number's group is the last one, with nothing after it.
 bool endsInItsGroup(const Subject &subject, int row)
 {
     const QString pattern = subject.field(row, "pattern");
@@ -74,7 +74,7 @@ bool endsInItsGroup(const Subject &subject, int row)
            pattern.lastIndexOf(QLatin1String("(?:")) < pattern.lastIndexOf(QLatin1String(")("));
 }
 
-/// Leading zeros of the number are free.
+/// The number may have any leading zeros.
 bool hasPlainDigits(const Subject &subject, int row)
 {
     return isFixedRow(subject, row) && !isScripted(subject, row) &&
@@ -129,17 +129,17 @@ QString workingScript()
                           "function makeBitContinueCommand(address, count, step) { return [address]; }\n");
 }
 
-/// A way to break a driver, and the finding that has to come of it.
+/// A way to break a driver, and the expected finding.
 struct Mutation
 {
     const char *name;
     const char *id;
     const char *column;
     bool (*applies)(const Subject &, int);
-    /// Gives the row that the finding is about, from 1; 0 for the whole driver.
+    /// Returns the row of the finding, from 1; 0 for the whole driver.
     std::function<int(Subject &, int)> breakRow;
     bool needsSamples = false;
-    /// Another form of the fault before it, tried on one driver only.
+    /// Another form of the previous fault, tested on one driver only.
     bool isVariant = false;
 };
 
@@ -175,7 +175,7 @@ int misfitRadix(Subject &subject, int row)
     return row + 1;
 }
 
-/// The same addresses in front of the row, by a pattern that is written otherwise.
+/// A row before this one with the same addresses, but another pattern text.
 int shadow(Subject &subject, int row)
 {
     subject.driver.rows.insert(row, subject.driver.rows.at(row));
@@ -323,7 +323,7 @@ QList<Mutation> mutations()
     };
 }
 
-/// One of the rows that can be broken so; which one is the seed's choice.
+/// One of the rows that can be broken this way, by the seed.
 std::optional<int> rowFor(const Subject &subject, const Mutation &mutation, int seed)
 {
     QList<int> rows;

@@ -29,7 +29,7 @@ QString nameInFile(const QString &path)
     return settings.value(0).section(QLatin1Char('\t'), 1);
 }
 
-/// The names of the patterns that the creator of a driver asks for.
+/// The names of the patterns that a driver's creator needs.
 QStringList familiesOf(const QString &driver)
 {
     const QStringList dataBlocks = {QStringLiteral("DB_DBX"), QStringLiteral("DB_DBX_BYTE"), QStringLiteral("DB_DBB"),
@@ -150,7 +150,7 @@ void ShippedDriversRows::rulesAreSound()
         complaints.expect(rule.isSplit() || rule.isOnePart(), row.description, QStringLiteral("unknown separator"));
         if (!rule.isSplit())
             continue;
-        // It is the bit that a run holds against the limits.
+        // A run tests the bit against the limits.
         const int lastBit = rule.bitRadix() == 32 ? 31 : 15;
         complaints.expect(row.start == QLatin1String("0") && row.end.toInt(nullptr, row.base) >= lastBit,
                           row.description, QStringLiteral("limits that leave out bits"));
@@ -166,7 +166,7 @@ void ShippedDriversRows::limitsAreReached()
     for (int i = 0; i < tested.rows.size(); ++i) {
         const DeviceRow &row = tested.rows.at(i);
         const MultipleRule rule(row.rule);
-        // Symbol and number of what a script reads need not be an address; its samples reach the limits.
+        // Symbol and number of a script's row may be no address; its samples reach the limits.
         if (row.isTemplate() || row.isScripted())
             continue;
         const int start = row.start.toInt(nullptr, row.base);

@@ -32,7 +32,7 @@ QStringList acceptingRows(const LabelLoader &label, const QString &address, int 
     return descriptions.values();
 }
 
-/// Where an address has a second way to begin (I1: for I:), an editor that shows symbol and range shows the same item.
+/// If an address has a second form (I1: for I:), an editor with symbol and range shows the same item.
 void checkSymbol(LabelLoader &label, int index, const DriverSample &sample, Complaints &complaints)
 {
     const CommandFormatter row = label.deviceTypesTable().getFormatterAtIndex(index);
@@ -41,7 +41,7 @@ void checkSymbol(LabelLoader &label, int index, const DriverSample &sample, Comp
     const QString where = whereIs(sample);
     const QString shown = sample.symbol + row.getRangeString(sample.address);
     const int found = label.addressValidation(shown, filterOf(row.type()));
-    // Coils in digits show the symbol of the coils that are written 0x.
+    // Coils written as digits show the symbol of the coils written 0x.
     if (row.ruleText() != QLatin1String("F>modbus_coil_digits.js"))
         complaints.expectEqual(found, index, where, "row of the address that is shown");
     complaints.expectEqual(label.addressRange(found, shown), sample.number, where,

@@ -60,7 +60,7 @@ inline TagRow tagRow(const char *name, int link, int type, const char *address, 
     return row;
 }
 
-/// In milliseconds, for builds that are slow because they check much.
+/// In milliseconds, for builds that are slow because of their checks.
 constexpr int longestWait = 120000;
 
 /// An editor's window, on the screen and active, and a folder for its files.
@@ -84,7 +84,7 @@ protected:
 
     void waitForJob() { QTRY_VERIFY_WITH_TIMEOUT(!m_window->isBusy(), longestWait); }
 
-    /// Until a job has taken its first steps, and not all of them.
+    /// Waits until a job has done some of its steps, but not all.
     void waitForProgress()
     {
         const auto *const progress = child<QProgressBar>("progress");
@@ -104,7 +104,7 @@ protected:
     }
     QString label(const char *name) const { return child<QLabel>(name)->text(); }
 
-    /// The tag table as another program reads it.
+    /// The tag table, read like another program.
     QStringList rows() const
     {
         const QString key = QStringLiteral("reader");

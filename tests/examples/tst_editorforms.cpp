@@ -21,7 +21,7 @@
 #include <QTableWidget>
 #include <QTimer>
 
-/// What the editor tells of a tag, and its forms for new tags.
+/// Tests the editor's details of a tag, and its forms for new tags.
 class TestEditorForms : public QObject, private EditorFixture
 {
     Q_OBJECT
@@ -371,7 +371,7 @@ void TestEditorForms::tabOrder_data()
                             "runTotal,panelClose";
 }
 
-/// The button that adds is passed over as long as there is nothing to add.
+/// The focus skips the add button while there is nothing to add.
 void TestEditorForms::tabOrder()
 {
     QFETCH(int, key);
@@ -503,7 +503,7 @@ void TestEditorForms::runCanBeCancelled()
     QVERIFY(m_window->session().tags().isNewTag(QStringLiteral("Tag_0001")));
 }
 
-/// What runs is nearer to leave than the form that the focus is in.
+/// Escape ends a running job before it leaves the form with the focus.
 void TestEditorForms::escapeInTheFormStopsTheRun()
 {
     open(someTags());
@@ -547,7 +547,7 @@ void TestEditorForms::linkWithoutDriver()
     QVERIFY(!child<QPushButton>("runAdd")->isEnabled());
 }
 
-/// The picker's button takes no focus, so that a key has to open it.
+/// The picker's button takes no focus, so a key must open it.
 void TestEditorForms::pickerByKey()
 {
     open(someTags());

@@ -14,7 +14,7 @@
 #include <QLineEdit>
 #include <QPointer>
 
-/// Files that are no projects, and messages of the library.
+/// Tests files that are no projects, and messages of the library.
 class TestEditorProjects : public QObject, private EditorFixture
 {
     Q_OBJECT
@@ -117,7 +117,7 @@ void TestEditorProjects::badProjects()
     QCOMPARE(messageOf(*m_window), message.arg(file));
     QCOMPARE(contentOf(file), before);
     QVERIFY(!m_window->session().isOpen());
-    // Nothing that needs a project does harm.
+    // Actions that need a project do no harm.
     for (const QAction *action : m_window->actions()) {
         if (action->objectName() == QLatin1String("addTagAction") ||
             action->objectName() == QLatin1String("addRunAction") ||
@@ -141,7 +141,7 @@ void TestEditorProjects::badProjectKeepsTheOneBefore()
     QCOMPARE(m_window->findChild<TagModel *>()->rowCount(), fewTags().size() + 1);
 }
 
-/// Of very many tags, what the library keeps of each project would fill the memory.
+/// With very many tags, the library's data of each project would fill the memory.
 void TestEditorProjects::projectBeforeIsForgotten()
 {
     open(fewTags());

@@ -19,7 +19,7 @@
 #include <QTemporaryDir>
 #include <QTimer>
 
-/// One working day with the editor, by keys and clicks alone.
+/// Tests one working day with the editor, with keys and clicks only.
 class TestEditorStory : public QObject
 {
     Q_OBJECT
@@ -99,7 +99,7 @@ void TestEditorStory::changeAddress(MainWindow &window)
         QWidget *const dialog = QApplication::activeModalWidget();
         QVERIFY(dialog);
         auto *const symbols = dialog->findChild<QComboBox *>(QStringLiteral("TypesComboBox"));
-        // It opens on the address that the tag has.
+        // It opens with the tag's address.
         QCOMPARE(symbols->currentText(), QStringLiteral("D"));
         QCOMPARE(dialog->findChild<QLineEdit *>(QStringLiteral("RangeEditor"))->text(), QStringLiteral("102"));
         auto *const stations = dialog->findChild<QComboBox *>(QStringLiteral("stationNumbersCombo"));

@@ -259,7 +259,7 @@ void TestTagEditor::searchAfterForeignWrite()
     closeProject(QStringLiteral("foreign"));
     m_window->session().tags().refreshTagNames();
     m_search->setText(QStringLiteral("spd"));
-    // The window's own list is older; what it shows is among what is there.
+    // The window's own list is older; its items are among the present ones.
     QCOMPARE(names(), (QStringList{QStringLiteral("Speed_2"), QStringLiteral("Old_speed")}));
 }
 
@@ -327,7 +327,7 @@ void TestTagEditor::wrongAddresses_data()
                                                          << "*";
 }
 
-/// A "*" stands for any reason.
+/// A "*" means any reason.
 void TestTagEditor::wrongAddresses()
 {
     QFETCH(int, link);
@@ -347,11 +347,11 @@ void TestTagEditor::wrongAddresses()
         QCOMPARE(tip, reason);
     if (!reason.isEmpty())
         QVERIFY2(problem->text().contains(tip), qPrintable(problem->text()));
-    // Asked again, a family's member gets the same answer.
+    // A second query for a family's member has the same answer.
     QCOMPARE(m_window->session().verdict(1, m_window->session().tag(1)).reason, tip);
 }
 
-/// A table of more than 20,000 rows has them; by id, the library gives the system tag.
+/// A table with more than 20,000 rows has them; by id, the library returns the system tag.
 void TestTagEditor::rowsWithNumbersOfSystemTags()
 {
     QList<TagRow> rows = {tagRow("Speed", 1, tagtype::Int16, "D100"), tagRow("Late", 1, tagtype::Float, "D200")};
@@ -480,7 +480,7 @@ void TestTagEditor::cellEditors()
     QTest::keyClicks(QApplication::focusWidget(), QStringLiteral("D77"));
     QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
     QCOMPARE(text(row, TagModel::Address), QStringLiteral("D77"));
-    // Escape takes back.
+    // Escape restores the text.
     QTest::keyClick(m_table, Qt::Key_F4);
     QTest::keyClicks(QApplication::focusWidget(), QStringLiteral("D1"));
     QTest::keyClick(QApplication::focusWidget(), Qt::Key_Escape);

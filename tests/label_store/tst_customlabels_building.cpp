@@ -211,7 +211,7 @@ void CustomLabelsBuildingTest::anEntryWithoutTableNamesGivesAnEmptyLabel()
     QCOMPARE(log.lines(), QStringList());
 }
 
-/// The last test: from here on the store holds stale pointers.
+/// The last test: afterwards the store has stale pointers.
 void CustomLabelsBuildingTest::freeingAllLabelsKeepsTheirPointers()
 {
     changeCustomDatabase({indexStatement, QStringLiteral("INSERT INTO table_index VALUES ('Last 1', '', '')"),

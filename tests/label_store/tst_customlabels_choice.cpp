@@ -13,7 +13,7 @@
 
 using label::LabelInterface;
 
-/// Which of its two labels a driver uses, and how that is switched.
+/// Tests which of its two labels a driver uses, and the switch between them.
 class CustomLabelsChoiceTest : public CustomLabelsTest
 {
     Q_OBJECT

@@ -200,7 +200,7 @@ void DefaultLabelsBuildingTest::freeingAnUnknownDriverChangesNothing()
     QCOMPARE(log.lines(), QStringList());
 }
 
-/// The last test: from here on the store holds stale pointers.
+/// The last test: afterwards the store has stale pointers.
 void DefaultLabelsBuildingTest::freeingAllLabelsKeepsTheirPointers()
 {
     writeDatabase({driver(QStringLiteral("Last 1"), {Row()}),

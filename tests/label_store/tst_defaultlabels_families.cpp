@@ -10,7 +10,7 @@
 
 using label::LabelInterface;
 
-/// Rows that a label makes for addresses of a dynamic family.
+/// Tests the rows that a label makes for addresses of a dynamic family.
 class DefaultLabelsFamiliesTest : public DefaultLabelsTest
 {
     Q_OBJECT

@@ -25,7 +25,7 @@ const QString usualRow =
 
 } // namespace
 
-/// What a label makes of the tables of its driver, in the usual form and in others.
+/// Tests how a label reads its driver's tables, in the usual form and in others.
 class DefaultLabelsTablesTest : public DefaultLabelsTest
 {
     Q_OBJECT

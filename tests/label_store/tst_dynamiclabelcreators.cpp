@@ -32,7 +32,7 @@ void known(const char *name, const char *address, const char *basePattern, const
     QTest::newRow(name) << address << basePattern << pattern << prefixSymbol;
 }
 
-/// What one address gives: the three texts, or nothing when it is refused.
+/// The result for one address: the three texts, or nothing when it is refused.
 QStringList answer(DynamicLabelCreatorInterface &creator, const QString &address)
 {
     DynamicLabelItem item;

@@ -52,7 +52,7 @@ QStringList customRows(const QString &statement)
     return rows;
 }
 
-/// Runs `task` on a thread of its own, to its end.
+/// Runs `task` to its end on a new thread.
 template<typename Task>
 void onAnotherThread(Task task)
 {
@@ -69,7 +69,7 @@ int blockSizeOf(const QString &name)
 
 } // namespace
 
-/// Which connection the label store uses, and what it makes of a driver's name.
+/// Tests which connection the label store uses, and how it handles driver names.
 class LabelConnectionsTest : public QObject
 {
     Q_OBJECT
@@ -119,7 +119,7 @@ void LabelConnectionsTest::aConnectionOfTheCallerIsUsed_data()
     QTest::newRow("the custom drivers") << "customdrivers";
 }
 
-/// The caller's connection keeps its options, which a connection made anew would not have.
+/// The caller's connection keeps its options; a new connection would not have them.
 void LabelConnectionsTest::aConnectionOfTheCallerIsUsed()
 {
     QFETCH(QString, name);
@@ -138,7 +138,7 @@ void LabelConnectionsTest::aConnectionInPlaceOfOursIsUsed_data()
     aConnectionOfTheCallerIsUsed_data();
 }
 
-/// The store registered the name on another thread; then the caller took it.
+/// The store registered the name on another thread; then the caller replaced it.
 void LabelConnectionsTest::aConnectionInPlaceOfOursIsUsed()
 {
     QFETCH(QString, name);
@@ -154,7 +154,7 @@ void LabelConnectionsTest::aConnectionInPlaceOfOursIsUsed()
     aConnectionOfTheCallerIsUsed();
 }
 
-/// A connection that the caller registered on another thread is left alone; Qt does not give it to this one.
+/// A connection that the caller registered on another thread does not change; Qt does not return it on this one.
 void LabelConnectionsTest::aConnectionOfAnotherThreadIsNotReplaced()
 {
     QPointer<QSqlDriver> theirs;
@@ -208,7 +208,7 @@ void LabelConnectionsTest::aDriverWithAnApostrophe()
 {
     QCOMPARE(blockSizeOf("Bob's PLC"), 33);
     QVERIFY(label::setupDefaultLabel("Bob's PLC"));
-    // Its tables would need names that hold the apostrophe.
+    // Its table names would contain the apostrophe.
     QVERIFY(!label::setupCustomLabel("Bob's PLC"));
     QVERIFY(!label::useCustomLabel("Bob's PLC"));
 }
@@ -254,7 +254,7 @@ void LabelConnectionsTest::switchingBackIsForOneDriver()
     QCOMPARE(customRows("SELECT count(*) FROM table_index"), QStringList("2"));
 }
 
-/// Against the statement with the name put into it.
+/// Compares with the statement that contains the name.
 void LabelConnectionsTest::ordinaryNamesSeeNoChange()
 {
     const QString characters = QString::fromUtf8("abAB019 _-./%#ä漢");

@@ -25,7 +25,7 @@ const QString words = QStringLiteral("Words");
 const QString blocks = QStringLiteral("ISO on TCP");
 const QString scripted = QStringLiteral("Scripted");
 
-/// Runs `task` on a thread that lives on until `finish`, since a thread that has ended is another case.
+/// Runs `task` on a thread that stays alive until `finish`: a finished thread is another case.
 class Worker
 {
 public:
@@ -71,7 +71,7 @@ LabelInterface *build(const QString &name)
     return made;
 }
 
-/// The lines that tell of trouble: everything but those of built rows.
+/// The lines that show faults: all except those of built rows.
 QStringList otherLines(const LogRecorder &log)
 {
     QStringList lines = log.lines();

@@ -35,7 +35,7 @@ Row row(const char *pattern, int type, const char *symbol, const char *descripti
     return made;
 }
 
-/// Rows of every class, with addresses that more than one of them accepts.
+/// Rows of every class, with addresses that several of them accept.
 QList<Row> deviceRows()
 {
     Row relay = row("(M)(\\d+)", 0, "M", "M: relay", "union-dec:rm16_D");

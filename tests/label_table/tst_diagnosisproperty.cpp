@@ -22,7 +22,7 @@ namespace {
 
 const QString connection = QStringLiteral("drivers of the diagnosis property");
 
-/// So many texts of all drivers together, unless the environment says otherwise.
+/// The number of texts of all drivers together, unless the environment sets it.
 int textCount()
 {
     bool isSet = false;
@@ -30,7 +30,7 @@ int textCount()
     return isSet ? count : 20000;
 }
 
-/// One line a row.
+/// One line per row.
 QStringList rowsOf(const LabelLoader &label)
 {
     QStringList rows;
@@ -43,7 +43,7 @@ QStringList rowsOf(const LabelLoader &label)
     return rows;
 }
 
-/// A row takes the address with number and type held against it.
+/// True when a row accepts the address, with its number and type tested.
 bool isReallyAccepted(LabelLoader &label, const QString &address, int type)
 {
     const int index = label.addressValidation(address, type);
@@ -62,7 +62,7 @@ QString garbage(Random &random)
 
 } // namespace
 
-/// What the diagnosis says of an address is what `addressValidation` does with it.
+/// Tests that the diagnosis of an address agrees with `addressValidation`.
 class TestDiagnosisProperty : public QObject
 {
     Q_OBJECT
@@ -76,7 +76,7 @@ private Q_SLOTS:
 
 private:
     std::unique_ptr<LabelLoader> freshLabel(const QString &driver) const;
-    /// What is wrong with the diagnosis of a text; empty when nothing is. The label may grow by the text.
+    /// The fault in the diagnosis of a text; empty for none. The text may add a row to the label.
     QString complaint(LabelLoader &label, const QString &text, int type, LogRecorder &log);
 
     QHash<QString, QStringList> m_addresses;
@@ -196,7 +196,7 @@ void TestDiagnosisProperty::saysWhatTheLabelDoes()
 
 void TestDiagnosisProperty::saysWhatAnyTableDoes()
 {
-    // Broken patterns, limits and rules, and scripts that fail: what they log is not the diagnosis' affair.
+    // Broken patterns, limits and rules, and scripts that fail, log lines that are not the diagnosis' own.
     const LogRecorder log;
     writeRandomScripts();
     Random random(20261121);

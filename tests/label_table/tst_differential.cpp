@@ -10,7 +10,7 @@
 
 #include <QtTest>
 
-/// Holds the library against the plain reference: the same answers and the same lines in the log, in the same order.
+/// Compares the library with the plain reference: the same answers, and the same log lines in the same order.
 class TestDifferential : public QObject
 {
     Q_OBJECT
@@ -58,7 +58,7 @@ QString textOf(const QList<Element> &list)
     return texts.join(QLatin1Char('\n'));
 }
 
-/// Asks both sides and keeps the first difference.
+/// Calls both sides and keeps the first difference.
 class Comparison
 {
 public:
@@ -85,7 +85,7 @@ public:
     QStringList takeLog() { return m_log.take(); }
     QString difference() const { return m_difference; }
     int questions() const { return m_questions; }
-    /// How many answers say more than "no".
+    /// Number of answers other than "no".
     int answers() const { return m_answers; }
 
 private:

@@ -42,7 +42,7 @@ Row row(const char *pattern, int type, const char *description, const char *symb
     return made;
 }
 
-/// A loader runs no destructor of its creator, so that it is lent one.
+/// A loader does not run its creator's destructor, so the test owns it.
 template<typename Creator>
 class LentCreator final : public label::DynamicLabelCreatorInterface, public label::DiscreetCreator
 {
@@ -108,7 +108,7 @@ std::shared_ptr<LabelLoader> fileLabel()
     return labelWith<label::DF1Creator>(table);
 }
 
-/// Marks what it translates, so that a sentence that is not translated, or twice, shows.
+/// Marks translated texts, to find a sentence that is not translated, or twice.
 class MarkingTranslator : public QTranslator
 {
 public:
@@ -156,7 +156,7 @@ void TestLabelDiagnosis::addColumns()
     QTest::addColumn<QString>("suggestions");
 }
 
-/// What is said of an address, and that it is what the label then does.
+/// The diagnosis of an address; tests that it agrees with the label.
 void TestLabelDiagnosis::verify(LabelLoader &label)
 {
     QFETCH(QString, address);
@@ -320,7 +320,7 @@ void TestLabelDiagnosis::askingAgainGivesTheSame()
     const auto label = blockLabel();
     const QString beyond = QStringLiteral("DB12.DBW65535");
     const QString before = label::diagnosisSentence(label::diagnoseAddress(*label, beyond, any));
-    // The family's row comes into being, and takes what lies within its limits only.
+    // The family's row is added, and accepts only numbers within its limits.
     QCOMPARE(label->addressValidation(beyond, any), 5);
     QCOMPARE(label::diagnosisSentence(label::diagnoseAddress(*label, beyond, any)), before);
     QCOMPARE(label->addressValidation(beyond, any), 6);
@@ -335,7 +335,7 @@ void TestLabelDiagnosis::creatorKeepsWhatItKnew()
     const auto prefixOfCounter = [](LabelLoader &label, const char *address) {
         return label.getPrefixSymbolByTypeID(label.addressValidation(QLatin1String(address), any));
     };
-    // A counter's row gets the prefix of the timer that was asked for last.
+    // A counter's row gets the prefix of the last timer address.
     label::diagnoseAddress(*asked, QStringLiteral("T11:1/DN"), any);
     QCOMPARE(prefixOfCounter(*asked, "C9:1/DN"), prefixOfCounter(*silent, "C9:1/DN"));
     asked->addressValidation(QStringLiteral("T12:1/DN"), any);
@@ -430,7 +430,7 @@ void TestLabelDiagnosis::everySentenceIsTranslated()
     QFETCH(int, type);
     QFETCH(QString, sentence);
     const LogRecorder log;
-    // Made before the translator is there: the value itself is in no language.
+    // Made before the translator exists: the value itself has no language.
     const AddressDiagnosis found = label::diagnoseAddress(*blockLabel(), address, type);
     MarkingTranslator translator;
     QVERIFY(QCoreApplication::installTranslator(&translator));

@@ -64,7 +64,7 @@ QList<Row> deviceRows()
 
 enum DeviceRow { RelayRow, WordRow, BitRow, TextRow, AlignedRow, FamilyRow, DeviceRowCount };
 
-/// What a creator has been asked, and what it answers; it outlives the creator.
+/// The calls of a creator, and its answers; it outlives the creator.
 struct Asked
 {
     QStringList addresses;
@@ -72,7 +72,7 @@ struct Asked
     QString basePattern = QStringLiteral("BLOCK_WORD");
 };
 
-/// Knows the words of blocks, BLK1:0 and so on.
+/// Accepts the words of blocks, BLK1:0 and so on.
 class BlockCreator : public DynamicLabelCreatorInterface
 {
 public:

@@ -42,7 +42,7 @@ const QString nullKey = QStringLiteral("S>NULL_3_1");
 const QString notABitLine =
     QStringLiteral("CommandInformationTalbe::convertBitCommandToRegisterCommand -- Argument cmd is not bit type");
 
-/// Describes every address that is not empty and has no station by the same base pattern, and keeps what it was asked.
+/// Describes every address that is not empty and has no station by the same base pattern, and records its calls.
 class RegisterCreator : public DynamicLabelCreatorInterface
 {
 public:

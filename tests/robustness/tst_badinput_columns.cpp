@@ -10,8 +10,8 @@
 
 #include <QtTest>
 
-/// Whatever number stands in a column of a row: nothing throws, hangs or reads out of bounds. Worth most under the
-/// address and undefined-behaviour sanitizers.
+/// Tests any number in a column of a row: nothing throws, hangs or reads out of bounds. Most useful with the address
+/// and undefined-behaviour sanitizers.
 class TestBadColumns : public QObject
 {
     Q_OBJECT
@@ -91,7 +91,7 @@ void TestBadColumns::radices()
     const label::CommandFormatter formatter = row.formatter();
     log.take();
     QCOMPARE(formatter.getAddresRangePart(QStringLiteral("D100")), number);
-    // A number that cannot be read does not speak against the address.
+    // An unreadable number does not make the address invalid.
     QVERIFY(formatter.isAddressValid(QStringLiteral("D100")));
     QCOMPARE(log.take(), QStringList());
     QCOMPARE(formatter.isRangeValid(number), isValid);
@@ -152,7 +152,7 @@ void TestBadColumns::limits()
     QCOMPARE(log.take(), isReadable ? QStringList() : complaint);
     QCOMPARE(formatter.isAddressValid(QStringLiteral("D100")), isValid);
     QCOMPARE(log.take(), isReadable ? QStringList() : complaint);
-    // Each pass of a run complains.
+    // Each pass of a run logs a line.
     QCOMPARE(formatter.makeContinueCommand(command(QStringLiteral("D100"), 2), 3).size(), isValid ? 3 : 0);
     QCOMPARE(log.take(), isReadable ? QStringList() : complaint + complaint + complaint);
 }
@@ -185,7 +185,7 @@ void TestBadColumns::numbersBeyondInt()
     const label::CommandFormatter formatter = row.formatter();
     QCOMPARE(formatter.getAddresRangePart(address), number);
     QCOMPARE(formatter.isAddressValid(address), isValid);
-    // The run goes on from the number, -1 included, and passes over numbers beyond the limits.
+    // The run continues from the number, also from -1, and skips numbers beyond the limits.
     QCOMPARE(addresses(formatter.makeContinueCommand(command(address, 2), 3)), run);
 }
 

@@ -12,8 +12,8 @@
 
 #include <limits>
 
-/// Whatever number stands in an argument of a command: nothing throws, hangs or reads out of bounds. Worth most under
-/// the address and undefined-behaviour sanitizers.
+/// Tests any number in an argument of a command: nothing throws, hangs or reads out of bounds. Most useful with the
+/// address and undefined-behaviour sanitizers.
 class TestBadCommands : public QObject
 {
     Q_OBJECT
@@ -227,7 +227,7 @@ void TestBadCommands::wrongTypeIndexes()
     QCOMPARE(label.isCommandInBlockRange(index, asked, asked), false);
     QCOMPARE(log.take(), line("CommandInformationTalbe:: addressRange  wrong type_index "));
 
-    // A row that the conversion is handed is only written to.
+    // The conversion only writes to the row argument.
     int row = index;
     QCOMPARE(label.convertBitCommandToRegisterCommand(asked, row).address, QStringLiteral("S>NULL"));
     QCOMPARE(row, index);

@@ -53,7 +53,7 @@ QList<NamedText> badTexts()
 
 } // namespace
 
-/// Whatever text stands in a column or an argument: nothing throws, hangs or reads out of bounds. Worth most under the
+/// Tests any text in a column or an argument: nothing throws, hangs or reads out of bounds. Most useful with the
 /// address and undefined-behaviour sanitizers.
 class TestBadTexts : public QObject
 {
@@ -91,7 +91,7 @@ void TestBadTexts::textsInColumns()
     QFETCH(int, column);
     QFETCH(QString, text);
 
-    // To compile a long expression takes seconds under a sanitizer: one row has to do.
+    // Compiling a long expression takes seconds with a sanitizer: one row is enough.
     const LogRecorder log;
     const QList<int> types = column == 0 ? QList<int>{2} : QList<int>{0, 2};
     for (const int type : types) {

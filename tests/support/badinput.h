@@ -14,7 +14,7 @@
 constexpr int lowest = std::numeric_limits<int>::min();
 constexpr int highest = std::numeric_limits<int>::max();
 
-/// Asks a row everything about an address, and checks what holds for any text.
+/// Calls every query of a row for an address, and checks what is true for any text.
 void askEverything(const label::CommandFormatter &row, const QString &address);
 
 const QStringList &plainAddresses();

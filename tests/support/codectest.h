@@ -9,7 +9,7 @@
 #include <QByteArray>
 #include <QString>
 
-/// Rows of a number type stand at 100 plus the type, texts at 200 plus their length.
+/// Rows of a number type have id 100 plus the type, texts 200 plus their length.
 constexpr int numbers = 100;
 constexpr int texts = 200;
 constexpr int textOfNegativeLength = 299;
@@ -26,7 +26,7 @@ protected Q_SLOTS:
     void initTestCase();
 
 protected:
-    /// Data of the tags whose type is none.
+    /// Test data: the tags without a valid type.
     static void unknownTypes();
 };
 

@@ -183,7 +183,7 @@ void CommandsTest::cleanup()
 {
     executeOn(key, QStringLiteral("ROLLBACK TO before_a_test"));
     executeOn(key, QStringLiteral("RELEASE before_a_test"));
-    // It grows with the addresses it is asked about.
+    // It grows with the addresses it validates.
     label::freeLabel(dataBlocks);
     QCOMPARE(m_messages->take(), QStringList());
     m_messages.reset();

@@ -22,7 +22,7 @@ extern const QString registers;
 extern const QString blocks;
 extern const QString dataBlocks;
 
-/// Their links, one whose driver is missing, and one that is not there.
+/// Their links, one with a missing driver, and one that does not exist.
 constexpr int registersLink = 2;
 constexpr int blocksLink = 3;
 constexpr int dataBlocksLink = 4;
@@ -45,8 +45,8 @@ QStringList described(const QList<CommunicatorCommand> &commands);
 
 QStringList criticalLines(const QStringList &lines);
 
-/// What follows from a tag in an editor: its command, its run, its blocks. The functions of a program share one
-/// project; each rolls back what it writes. A message that the library shows fails the function.
+/// Tests the command, run and blocks of a tag in an editor. The functions of a program share one project; each rolls
+/// back what it writes. A message that the library shows fails the function.
 class CommandsTest : public QObject
 {
     Q_OBJECT

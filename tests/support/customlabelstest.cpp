@@ -24,7 +24,7 @@ const QString allOfIndex = QStringLiteral("SELECT * FROM table_index");
 
 namespace {
 
-/// A connection of the test's own to the custom database.
+/// The test's own connection to the custom database.
 const QString peek = QStringLiteral("peek");
 
 bool runStep(const QString &operation, const QString &argument)

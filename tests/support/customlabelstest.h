@@ -20,7 +20,7 @@ extern const QString customConnection;
 extern const QString indexStatement;
 extern const QString allOfIndex;
 
-/// A test program of the labels that drivers have of their own, in a database that each function makes anew.
+/// A test program for custom labels. Each function makes a new database.
 class CustomLabelsTest : public QObject
 {
     Q_OBJECT
@@ -31,7 +31,7 @@ protected Q_SLOTS:
 protected:
     bool setup(const QString &name);
 
-    /// A custom label that `cleanup` frees; "untouched" stands in m_error when the store left the text alone.
+    /// A custom label that `cleanup` frees; m_error stays "untouched" when the store does not write to it.
     label::LabelInterface *build(const QString &name);
 
     static QString customPath();
@@ -48,7 +48,7 @@ protected:
 
     static bool isConnectionOpen();
 
-    /// True for the line that names the step of `operation` that failed.
+    /// True for the line that names the failed step of `operation`.
     static bool isFailureLine(const QString &line, const char *operation);
 
     QString m_error;
@@ -57,7 +57,7 @@ private:
     QSet<QString> m_names;
 };
 
-/// Which drivers use their custom label is read once in a process; so a fresh look takes a fresh process. Its steps are
+/// A process reads once which drivers use their custom label, so each new reading needs a new process. Its steps are
 /// "use NAME", "setup NAME", "default NAME", "remove PATH" and "rename FROM>TO"; the result has a word for each step.
 /// Such a program has `runTestOrSteps` as its `main`.
 QString inAFreshProcess(const QStringList &steps);

@@ -14,7 +14,7 @@ using label::LabelLoader;
 
 namespace {
 
-/// What SQLite's Qt driver says about a statement that it could not prepare.
+/// The message of SQLite's Qt driver for a statement that it cannot prepare.
 const QString noQuery = QStringLiteral("No query Unable to fetch row");
 
 QString lookUp(const QString &name)

@@ -16,7 +16,7 @@
 #include <QString>
 #include <QStringList>
 
-/// A test program of the labels that come from the database of all drivers. Each function makes a database of its own.
+/// A test program for labels from the driver database. Each function makes its own database.
 class DefaultLabelsTest : public QObject
 {
     Q_OBJECT
@@ -25,7 +25,7 @@ protected Q_SLOTS:
     void cleanup();
 
 protected:
-    /// A label that `cleanup` frees; "untouched" stands in m_error when the store left the text alone.
+    /// A label that `cleanup` frees; m_error stays "untouched" when the store does not write to it.
     label::LabelInterface *build(const QString &name);
 
     /// The error for a driver whose entry cannot be read.
@@ -33,12 +33,12 @@ protected:
 
     static Row row(const char *pattern, int type, const char *symbol, const char *rule = "");
 
-    /// A driver with table names of its own.
+    /// A driver with its own table names.
     static Driver driver(const QString &name, const QList<Row> &rows, const QString &tables = QStringLiteral("a"));
 
     static void writeDatabase(const QList<Driver> &drivers);
 
-    /// A database made by statements alone, for tables of other forms than the usual one.
+    /// A database made only by statements, for tables of unusual form.
     static void writeStatements(const QStringList &statements);
 
     static bool isConnectionOpen();

@@ -11,8 +11,7 @@
 #include <QString>
 #include <QStringList>
 
-/// A label that notes what it is asked, in order, and answers as a test has told it. What no test tells is answered as
-/// for a wrong type index.
+/// A label that records its calls in order and returns what a test has set, else the values for a wrong type index.
 class FakeLabel final : public label::LabelInterface
 {
 public:
@@ -23,15 +22,15 @@ public:
     QHash<QString, QList<int>> rowsOfSymbol;
     /// By type index.
     QStringList formats;
-    /// By address; what is not here is not valid.
+    /// By address; all others are not valid.
     QHash<QString, int> validRows;
-    /// By address, as "symbol|range"; what is not here cannot be split.
+    /// By address, as "symbol|range"; all others cannot be split.
     QHash<QString, QString> parts;
 
-    /// The questions since the last call, as "getAllMatchedIndex(D1, 2)".
+    /// The calls since the last query, as "getAllMatchedIndex(D1, 2)".
     QStringList take();
 
-    /// The questions since the last call about this operation.
+    /// The calls of this operation since the last query.
     QStringList take(const QString &operation);
 
     int countBitTypes() override;

@@ -23,17 +23,17 @@ QT_END_NAMESPACE
 /// The texts as a list, for comparing.
 QStringList texts(std::initializer_list<const char *> texts);
 
-/// What stands in a layout, in order, as "QLabel label_3" and "spacer 40x20 Expanding Minimum".
+/// The items of a layout, in order, as "QLabel label_3" and "spacer 40x20 Expanding Minimum".
 QStringList entriesOf(const QLayout &layout);
 
-/// Class and object name of an object's own children in the order of their making; those without a name are left out.
+/// Class and object name of an object's direct children in order of creation; those without a name are left out.
 QStringList namedChildren(const QObject &parent);
 
-/// What the class itself adds to its meta-object, in order, as "signal addressChanged(QString address)" and
-/// "private slot rangeEditChanged()".
+/// The class's own members of its meta-object, in order, as "signal addressChanged(QString address)" and "private slot
+/// rangeEditChanged()".
 QStringList ownMethods(const QMetaObject &type);
 
-/// The object below `parent` with this name, which has to be there.
+/// The object below `parent` with this name, which must exist.
 template<typename Object>
 Object &child(const QObject &parent, const QString &name)
 {
@@ -43,23 +43,23 @@ Object &child(const QObject &parent, const QString &name)
     return *found;
 }
 
-/// Shows the widget and waits until it gets the key strokes.
+/// Shows the widget and waits until it is active.
 bool showActive(QWidget &window);
 
-/// Types over what the widget holds.
+/// Replaces the widget's text by typing.
 void typeOver(QWidget &edit, const QString &keys);
 
-/// Puts the text on the clipboard and pastes it over what the widget holds, as a person does.
+/// Replaces the widget's text by pasting from the clipboard, like a user.
 void paste(QWidget &edit, const QString &text);
 
-/// Answers the modal dialogs that are shown and active while it lives, one after the other. A dialog that an answer
-/// leaves open is rejected, so that no test waits for it.
+/// Answers, during its lifetime, the modal dialogs shown, one after the other. Rejects a dialog that an answer leaves
+/// open, so that no test waits for it.
 class DialogAnswer : public QObject
 {
 public:
     explicit DialogAnswer(std::function<void(QDialog &)> answer);
 
-    /// How many dialogs there were.
+    /// Number of dialogs.
     int count() const;
 
 private:
@@ -70,7 +70,7 @@ private:
     int m_count = 0;
 };
 
-/// While it lives, the texts of one context are translated to themselves in angle brackets.
+/// Translates, during its lifetime, the texts of one context to themselves in angle brackets.
 class BracketTranslator : public QTranslator
 {
 public:
@@ -81,7 +81,7 @@ public:
                       int n = -1) const override;
     bool isEmpty() const override;
 
-    /// The source texts that were asked for, each once, in the order of the first question.
+    /// The requested source texts, each once, in order of the first request.
     QStringList asked() const;
 
 private:

@@ -6,13 +6,13 @@
 
 #include "tools/project-files/labelforwarder.h"
 
-/// A label of a class that the library does not know: it has another one answer.
+/// A label of a class that the library does not know. It forwards all calls to another label.
 class ForwardingLabel final : public LabelForwarder
 {
 public:
     using LabelForwarder::LabelForwarder;
 
-    /// How often it was asked what may add a row.
+    /// Number of calls that may add a row.
     int validations = 0;
 
     int addressValidation(const QString &address, int type) override

@@ -145,7 +145,7 @@ void writeDriverDatabase(const QString &path, const QList<Driver> &drivers)
         if (!db.open())
             qFatal("cannot write %s", qPrintable(path));
         QSqlQuery query(db);
-        // A test's database need not outlive a power cut, and syncing is what a busy disk is slowest at.
+        // A test's database need not survive a power cut, and syncing is slow on a busy disk.
         execute(query, QStringLiteral("PRAGMA synchronous = OFF"));
         execute(query, QStringLiteral("CREATE TABLE table_index (name TEXT, general_table TEXT, device_table TEXT)"));
         for (const Driver &driver : drivers)

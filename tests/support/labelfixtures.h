@@ -11,10 +11,10 @@
 #include <QString>
 #include <QStringList>
 
-/// What is logged for each row that is built.
+/// The log line for each built row.
 extern const QString rowLine;
 
-/// One row of a device table; a test names only the columns that matter to it.
+/// One row of a device table; a test sets only the columns it needs.
 struct Row
 {
     QString pattern = QStringLiteral("(D)(\\d+)");
@@ -31,20 +31,20 @@ struct Row
     int blocksize = 64;
     QString continueRule = QStringLiteral("N");
 
-    /// The formatter that a database row with these columns gives.
+    /// The formatter of a database row with these columns.
     label::CommandFormatter formatter() const;
 };
 
 /// A command of one item.
 CommunicatorCommand command(const QString &address, int dataType, quint64 length = 1);
 
-/// What commands have in common with each other, for comparing: "address type length".
+/// Commands as texts "address type length", to compare them.
 QStringList shortForms(const QList<CommunicatorCommand> &commands);
 QStringList addresses(const QList<CommunicatorCommand> &commands);
 
 QString scriptsFolder();
 
-/// Writes `text` as scripts/`fileName` beside the test program, making the folder.
+/// Writes `text` to scripts/`fileName` beside the test program; makes the folder.
 void writeScript(const QString &fileName, const QString &text);
 void removeScript(const QString &fileName);
 
@@ -60,10 +60,10 @@ struct Driver
     QStringList missingColumns;
 };
 
-/// Writes the SQLite file `path` afresh, with these drivers. Each needs table names of its own.
+/// Writes a new SQLite file `path` with these drivers. Each needs its own table names.
 void writeDriverDatabase(const QString &path, const QList<Driver> &drivers);
 
-/// "database" beside the test program, which need not be there.
+/// "database" beside the test program; it may be missing.
 QString databaseFolder();
 
 /// "database/drivers" beside the test program; the folder is made.

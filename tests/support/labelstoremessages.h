@@ -6,7 +6,7 @@
 
 #include <QString>
 
-/// What the label store gives as the error; "untouched" is a test's own, which stays where the store leaves it alone.
+/// The error texts of the label store; "untouched" is set by tests and stays if the store does not write.
 inline const QString untouched = QStringLiteral("untouched");
 inline const QString unknownDriver = QStringLiteral("Cant found driver table in label.");
 inline const QString noConnection = QStringLiteral("Can't create connection.");

@@ -13,8 +13,8 @@
 
 #include <memory>
 
-/// A test program of how `TagSystem` objects and their databases come and go. Each function starts without any object,
-/// connection or current project, and without the folder of the stand-alone databases.
+/// A test program for the lifetime of `TagSystem` objects and their databases. Each function starts without objects,
+/// connections, current project and folder of stand-alone databases.
 class LifecycleTest : public QObject
 {
     Q_OBJECT

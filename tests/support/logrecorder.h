@@ -7,8 +7,8 @@
 #include <QStringList>
 #include <QtGlobal>
 
-/// Collects the lines of the Qt log while it lives, from all threads, instead of printing them. One at a time, and made
-/// within a test function or `init()`: QtTest installs its own message handler when it starts.
+/// Collects the lines of the Qt log from all threads during its lifetime, instead of printing them. Use one at a time,
+/// in a test function or `init()`: QtTest installs its own message handler at its start.
 class LogRecorder
 {
 public:
@@ -16,10 +16,10 @@ public:
     ~LogRecorder();
     Q_DISABLE_COPY(LogRecorder)
 
-    /// All lines so far, in order; "warning: " and "critical: " stand before lines above debug level.
+    /// All lines so far, in order; lines above debug level begin with "warning: " or "critical: ".
     QStringList lines() const;
 
-    /// All lines but what Qt itself says when a connection that was opened before cannot be opened again.
+    /// All lines except Qt's own when a connection opened before cannot be opened again.
     QStringList ownLines() const;
 
     /// The lines since the last call.

@@ -28,7 +28,7 @@ QStringList tagDataTypes();
 /// A device with the registers W, D, X (in this order) and the bits X, M. "D1" and "X1" are valid.
 FakeLabel deviceLabel();
 
-/// What a picker is made from or refilled with; a test names only what matters to it.
+/// The arguments to make or refill a picker; a test sets only those it needs.
 struct PickerArguments
 {
     int dataType = 3;
@@ -53,10 +53,10 @@ QLineEdit &lengthEdit(const QObject &picker);
 
 QStringList textsOf(const QComboBox &box);
 
-/// The texts of the list of matching formats.
+/// The list of matching formats.
 QStringList formatsOf(const QObject &picker);
 
-/// Notes the signals of a picker in the order of their coming, as "dataTypeChanged 3".
+/// Records the signals of a picker in order, as "dataTypeChanged 3".
 class PickerSignals : public QObject
 {
 public:

@@ -42,7 +42,7 @@ void openProject(const QString &path, const QString &key)
     db.setDatabaseName(path);
     if (!db.open())
         qFatal("cannot open %s", qPrintable(path));
-    // A test's database need not outlive a power cut, and syncing is what a busy disk is slowest at.
+    // A test's database need not survive a power cut, and syncing is slow on a busy disk.
     executeOn(key, QStringLiteral("PRAGMA synchronous = OFF"));
 }
 

@@ -25,7 +25,7 @@ struct NodeRow
     int link = 1;
 };
 
-/// One row of the tag table; a test names only the columns that matter to it. Id 0 lets the database count.
+/// One row of the tag table; a test sets only the columns it needs. Id 0: the database counts.
 struct TagRow
 {
     int id = 0;
@@ -42,15 +42,15 @@ struct TagRow
     QString comment = QStringLiteral("");
 };
 
-/// Writes the project database `path` afresh, with `LINK` and `NODE`, and leaves it open as the connection `key`. There
-/// is no tag table yet: `TagSystem` or `writeTags` makes it.
+/// Writes a new project database `path` with `LINK` and `NODE`, and leaves it open as the connection `key`. It has no
+/// tag table: `TagSystem` or `writeTags` makes it.
 void makeProject(const QString &path, const QString &key, const QList<LinkRow> &links = {},
                  const QList<NodeRow> &nodes = {});
 
-/// Adds rows to the tag table of the connection `key`, making the table if it is missing.
+/// Adds rows to the tag table of the connection `key`; makes a missing table.
 void writeTags(const QString &key, const QList<TagRow> &tags);
 
-/// Registers `path` as the connection `key`, in place of what had that name, and opens it.
+/// Registers `path` as the connection `key`, replacing an old one, and opens it.
 void openProject(const QString &path, const QString &key);
 
 /// Removes the connection `key`; the file stays.
@@ -65,17 +65,17 @@ QString tagTableStatement();
 /// Runs a statement on the connection `key`; ends the program when it fails.
 void executeOn(const QString &key, const QString &statement, const QVariantList &values = {});
 
-/// Runs a statement that may fail, as while another connection holds a lock. Tells whether it succeeded, or the error.
+/// Runs a statement that may fail, for example while another connection has a lock. Returns success or the error.
 bool tryOn(const QString &key, const QString &statement);
 QString errorOn(const QString &key, const QString &statement);
 
 /// The result of a statement on the connection `key`: each row's fields, joined by "|"; NULL is "(null)".
 QStringList rowsOn(const QString &key, const QString &statement);
 
-/// Ids in order, for lists that come in any.
+/// Sorts ids, for lists in no particular order.
 QList<int> sorted(QList<int> ids);
 
-/// Collects, while it lives, what the library would show in message boxes. One at a time.
+/// Collects the library's messages during its lifetime instead of showing message boxes. One at a time.
 class MessageRecorder
 {
 public:

@@ -15,7 +15,7 @@
 
 class TagSystem;
 
-/// The connection of the project that a fixture makes, and the name of a second one to the same file.
+/// The connection of a fixture's project, and the name of a second one to the same file.
 extern const QString key;
 extern const QString otherKey;
 
@@ -24,8 +24,8 @@ extern const QString idsAndNames;
 
 TagRow tag(int id, const QString &name, int connectorId = 0);
 
-/// A test program whose functions have an empty project each, without a tag table. A message that the library shows and
-/// the function does not take fails it.
+/// A test program in which each function has an empty project without a tag table. A message of the library that the
+/// function does not take fails it.
 class ProjectTest : public QObject
 {
     Q_OBJECT
@@ -37,7 +37,7 @@ protected Q_SLOTS:
 protected:
     static TagSystem *bound();
 
-    /// The names as the database has them at this moment for the connection of the tags.
+    /// The current names in the database on the connection of the tags.
     static QStringList reloaded();
 
     std::unique_ptr<QTemporaryDir> m_folder;

@@ -16,7 +16,7 @@ struct Atom
     const char *sample;
 };
 
-// Plain ones, which may be put together in any order.
+// Plain ones, which may be combined in any order.
 const QList<Atom> plainAtoms = {
     {"D", "D"},
     {"X", "X"},
@@ -56,7 +56,7 @@ const QList<Atom> plainAtoms = {
     {"\\-", "-"},
 };
 
-// Those that decide over their neighbours, match nothing, mean something unexpected, or are broken.
+// Those that change their neighbours, match nothing, mean something unexpected, or are broken.
 const QList<Atom> nastyAtoms = {
     {"[]a]", "]"},       {"[^]a]", "b"},  {"[^^]", "a"},      {"[[]", "["},        {"[[a]", "a"},
     {"[a^]", "^"},       {"\\x41", "A"},  {"[\\x41-C]", "B"}, {"[A-\\x43]", "C"},  {"\\0101", "A"},
@@ -148,7 +148,7 @@ const QStringList &ruleTexts()
 
 QString randomRule(Random &random)
 {
-    // The texts that are no compound stand in front; without a push they would hardly be met.
+    // The plain texts come first; without more weight they would be rare.
     return random.chance(45) ? ruleTexts().at(random.below(25)) : random.pick(ruleTexts());
 }
 

@@ -34,23 +34,23 @@ private:
     std::mt19937 m_engine;
 };
 
-/// A pattern, and a text that was made alongside it and often matches it.
+/// A pattern, and a text made with it that often matches.
 struct PatternCase
 {
     QString pattern;
     QString sample;
 };
 
-/// Anything that may stand in a pattern, broken expressions included.
+/// Any pattern, broken expressions included.
 PatternCase nastyPattern(Random &random);
 
-/// A pattern as device tables have them: a symbol, a range string as the rule divides it, now and then a suffix.
+/// A pattern as in device tables: a symbol, a range string for the rule, sometimes a suffix.
 PatternCase orderlyPattern(Random &random, const QString &ruleText);
 
-/// `text` with a few characters changed, dropped, doubled or cut off, now and then with a station in front.
+/// `text` with a few characters changed, dropped, doubled or cut off, sometimes with a station.
 QString mutated(Random &random, const QString &text);
 
-/// A row with columns of every kind, and a text that its pattern often accepts.
+/// A row with all kinds of columns, and a text that its pattern often accepts.
 struct RowCase
 {
     Row row;
@@ -64,7 +64,7 @@ void writeRandomScripts();
 /// The columns of a row in one line, for a failing test.
 QString described(const Row &row);
 
-/// A driver file of the source tree: its rows, and addresses that it knows.
+/// The rows of a driver file of the source tree, and addresses of it.
 struct ShippedDriver
 {
     QString name;

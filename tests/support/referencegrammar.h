@@ -14,13 +14,11 @@
 
 class QScriptEngine;
 
-/// A second, deliberately plain implementation of the judging side: each question is answered step by step from the
-/// row's texts, everything is parsed afresh at each call, and no work is left out because its outcome is foreseeable.
-/// The library has to give the same answers and the same lines in the debug log.
+/// A second, plain implementation of the address tests: each call works step by step on the row's texts, parses
+/// everything again, and skips no work. The library must give the same answers and the same lines in the debug log.
 ///
-/// Numbers are what the library says they are where an `int` or a radix runs out: they wrap in 32 bits, a radix outside
-/// 2 to 36 prints in decimal and reads nothing (0 reads by the text's own front), and a count of pieces that is no
-/// `int` is none.
+/// Beyond `int` or a valid radix it follows the library: numbers wrap in 32 bits, a radix outside 2 to 36 prints in
+/// decimal and reads nothing (0 reads by the text's prefix), and a count of pieces beyond `int` is none.
 namespace reference {
 
 /// The questions about a rule text, without a script.

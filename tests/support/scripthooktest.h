@@ -9,11 +9,11 @@
 #include <QObject>
 #include <QString>
 
-/// The script that most functions write, and the rule that names it.
+/// The usual script of the functions, and the rule that names it.
 extern const QString s_fileName;
 extern const QString s_rule;
 
-/// `announced` of a hook whose script announced nothing.
+/// `announced` of a hook whose script announces nothing.
 extern const QString s_defaults;
 
 QString scriptPath(const QString &fileName = s_fileName);
@@ -24,7 +24,7 @@ QString failure(const QString &function, const QString &path = scriptPath());
 /// All values that a script may set.
 QString announced(const label::ScriptHook &hook);
 
-/// A test program of script hooks; each function starts without the scripts' folder.
+/// A test program for script hooks; each function starts without the scripts' folder.
 class ScriptHookTest : public QObject
 {
     Q_OBJECT

@@ -17,10 +17,10 @@
 #include <QStringList>
 #include <QTest>
 
-/// The drivers as their database has them.
+/// The drivers in their database.
 namespace shipped {
 
-/// What `addressValidation` calls a bit and a register.
+/// The types of a bit and a register in `addressValidation`.
 constexpr int bitRow = 0;
 constexpr int registerRow = 2;
 
@@ -54,7 +54,7 @@ struct ShippedDriver
     QList<DriverSample> samples;
 };
 
-/// What is wrong, one line each, so that one run tells all of it.
+/// The faults, one per line, so that one run shows all of them.
 class Complaints
 {
 public:
@@ -87,10 +87,10 @@ QList<DeviceRow> readRows(const QSqlDatabase &db, const QString &table);
 
 label::LabelLoader *labelOf(const QString &driver);
 
-/// Bits and registers may be written alike: a timer's contact and its value are both T0, and the data type says which.
+/// Bits and registers may be written alike: a timer's contact and its value are both T0 with different data types.
 int filterOf(int rowType);
 
-/// A test program of the labels of all shipped drivers, one after the other.
+/// A test program for the labels of all shipped drivers, one after the other.
 class ShippedDriversTest : public QObject
 {
     Q_OBJECT

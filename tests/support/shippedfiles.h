@@ -6,14 +6,14 @@
 
 #include <QString>
 
-/// Where the build puts the database and the scripts of the shipped drivers, and where their sources are.
+/// The build's folders for the database and the scripts of the shipped drivers, and their source folder.
 QString runtimeFolder();
 QString sourceFolder();
 
-/// Puts the scripts of the shipped drivers beside the test program, where labels look for them.
+/// Copies the scripts of the shipped drivers to the folder beside the test program that labels use.
 void bringScriptsHere();
 
-/// The same for their database and their scripts.
+/// The same for database and scripts.
 void bringDriversHere();
 
 #endif

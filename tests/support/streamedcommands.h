@@ -16,7 +16,7 @@ CommunicatorCommand plainCommand(const QString &address, int dataType, quint64 l
 /// A command whose fields are set one by one, so that its key stays empty.
 CommunicatorCommandT rawCommand(const QString &address, qint32 dataType, qint32 length, qint32 scanTime = 1);
 
-/// What the command writes into a stream.
+/// The command's stream data.
 QByteArray written(CommunicatorCommandT &command, QDataStream::ByteOrder order = QDataStream::BigEndian,
                    int version = QDataStream::Qt_5_15);
 

@@ -27,7 +27,7 @@ bool isCommandOf(const CommunicatorCommand &command, const Tag &tag, const QStri
            command.length == (tag.type() == 8 ? static_cast<quint64>(tag.scale()) : 1);
 }
 
-/// A word on a link whose rows are words: its id, and the next ones.
+/// A word on a link with word rows: its id, and the next ones.
 QStringList runOf(const Tag &tag, int count)
 {
     QStringList run;
@@ -80,7 +80,7 @@ const std::vector<Operation> &lifecycleOperations()
         {"numInforSystemTag", [](Work &work) { return work.tags->numInforSystemTag() == 28; }},
         {"a system id without a tag",
          [](Work &work) {
-             // The first question about its data type adds an item; no answer may suffer.
+             // The first query for its data type adds an item; this must change no answer.
              const int id = 20300 + work.random.below(500);
              const QString name = work.tags->getTagNameById(id);
              return (name.isEmpty() || name == QLatin1String("s>invalid")) && work.tags->getDataTypeByID(id) == 5 &&

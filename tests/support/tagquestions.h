@@ -14,7 +14,7 @@
 
 namespace threads {
 
-/// What a thread works with.
+/// The data of one thread.
 struct Work
 {
     TagSystem *tags;
@@ -26,7 +26,7 @@ struct Work
     int unknown() { return 5000 + random.below(1000); }
 };
 
-/// One question, and whether it was answered right.
+/// One query, and whether its answer was right.
 struct Operation
 {
     const char *name;

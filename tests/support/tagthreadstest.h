@@ -17,13 +17,13 @@
 #include <array>
 #include <memory>
 
-/// A project that many threads ask.
+/// A project for many threads.
 namespace threads {
 
 constexpr int tagCount = 1200;
 constexpr int recipeCount = 100;
 
-/// Its connection, and its drivers; the last has a label of its own.
+/// Its connection, and its drivers; the last has a custom label.
 extern const QString key;
 extern const QString words;
 extern const QString blocks;
@@ -41,7 +41,7 @@ struct Tag
     int id;
 
     int link() const { return id % 4; }
-    /// Of internal tags and of links of plain words, each type in its turn; elsewhere 16-bit numbers.
+    /// Internal tags and links of plain words have all types in turn; others have 16-bit numbers.
     int type() const { return link() < 2 ? id / 4 % 12 : 3; }
     int scale() const { return id % 50 + 1; }
     int access() const { return id % 2; }
@@ -81,15 +81,15 @@ struct Tag
     }
 };
 
-/// 100 as a value of the tag, and as bytes.
+/// The value 100 of the tag, and its bytes.
 QVariant hundred(const Tag &tag);
 QByteArray hundredImage(const Tag &tag);
 
-/// Lines that tell of trouble: everything but those of built rows and of ids found by an address.
+/// Lines that show faults: all except those of built rows and of ids found by an address.
 QStringList troubleIn(const LogRecorder &log);
 
-/// A process that consumes a finished project: any thread may ask anything. The functions of a program share the
-/// project, and build its labels anew. A message that the library shows fails the function.
+/// A process that only reads a finished project, from any thread. The functions of a program share the project, and
+/// build its labels again. A message of the library fails the function.
 class TagThreadsTest : public QObject
 {
     Q_OBJECT

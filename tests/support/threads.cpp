@@ -9,7 +9,7 @@
 
 namespace {
 
-/// Lets all threads go on at the same moment.
+/// Releases all threads at the same moment.
 class StartLine
 {
 public:

@@ -11,19 +11,19 @@
 
 constexpr int threadCount = 8;
 
-/// Runs `work` on a thread of its own, to its end.
+/// Runs `work` to its end on a new thread.
 void inAnotherThread(const std::function<void()> &work);
 
 /// Runs `task(number)` on `threadCount` threads at once, one of which is the main one.
 void onAllThreads(const std::function<void(int)> &task);
 
-/// Texts from all threads.
+/// Collects texts from all threads.
 class Texts
 {
 public:
     void add(const QString &text);
 
-    /// Adds the text unless it is right.
+    /// Adds the text if the result is wrong.
     void check(bool isRight, const QString &text);
 
     bool isEmpty() const;

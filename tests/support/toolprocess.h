@@ -9,7 +9,7 @@
 #include <QString>
 #include <QStringList>
 
-/// What a program left behind. Without a normal end the code is -1, and `err` says why.
+/// The result of a program. If it crashed or did not end, the code is -1 and `err` has the reason.
 struct Result
 {
     int code = -1;
@@ -17,31 +17,31 @@ struct Result
     QString err;
 };
 
-/// The environment of tools that are tested: leaks are not looked for, since labels stay allocated by contract.
+/// The environment of tested tools: no leak detection, because labels stay allocated by contract.
 QProcessEnvironment toolEnvironment();
 
 /// Runs a program to its end, at most a minute, in the environment of tools. Findings of a sanitizer appear in `err`.
-/// `folder` is the one to work in, if it is not this program's.
+/// `folder` is the working folder, by default this program's.
 Result runProcess(const QString &program, const QStringList &arguments, const QByteArray &input = QByteArray(),
                   const QString &folder = QString());
 
-/// Copies the program `tool` into `folder`, so that it reads what lies beside the copy. Gives the path of the copy.
+/// Copies the program `tool` into `folder`, so that it reads the files beside the copy. Returns the path of the copy.
 QString copyTool(const QString &tool, const QString &folder);
 
-/// Copies the program `tool` into `folder` with the driver database and the scripts beside it. Gives the path of the
+/// Copies the program `tool` into `folder` with the driver database and the scripts beside it. Returns the path of the
 /// copy.
 QString copyToolWithDrivers(const QString &tool, const QString &folder);
 
-/// Arguments set off by "|".
+/// Arguments separated by "|".
 QStringList argumentsOf(const char *text);
 
-/// Writes the file afresh; ends the program when it cannot.
+/// Writes a new file; ends the program on failure.
 void writeFile(const QString &path, const QByteArray &content);
 
-/// "not readable" when it is not.
+/// Returns "not readable" on failure.
 QByteArray contentOf(const QString &path);
 
-/// Everything that a SQLite file holds: its tables, and their rows table by table.
+/// The whole content of a SQLite file: its tables, and their rows table by table.
 QStringList databaseDump(const QString &path);
 
 #endif

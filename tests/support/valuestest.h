@@ -18,8 +18,8 @@
 
 TagRow tag(int id, int type, int scale = 1);
 
-/// A test program of the values of tags. Its functions share one project; a message or a line of the log that a
-/// function does not take fails it.
+/// A test program for tag values. Its functions share one project; a message or log line that a function does not take
+/// fails it.
 class ValuesTest : public QObject
 {
     Q_OBJECT

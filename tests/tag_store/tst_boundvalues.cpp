@@ -55,7 +55,7 @@ void rename(int id, const QString &name)
 
 } // namespace plain
 
-/// A text as people write it: no quotes, no zero character, no name of a column.
+/// An ordinary text: no quotes, no zero character, no column name.
 QString ordinaryText(QRandomGenerator &random)
 {
     static const QStringList whole = {"007", "1E5",   "-3",  "0x10", "1.50", " 12", "12 ", "9999999999999999999",
@@ -72,7 +72,7 @@ QString ordinaryText(QRandomGenerator &random)
 
 } // namespace
 
-/// No text of a user becomes a part of a statement.
+/// Tests that no user text becomes part of a statement.
 class BoundValuesTest : public QObject
 {
     Q_OBJECT

@@ -35,7 +35,7 @@ TagRow sample()
     return row;
 }
 
-/// A second row, at the id of a system or recipe tag or beside them.
+/// A second row, with an id of a system or recipe tag or next to them.
 TagRow sampleAt(int id)
 {
     TagRow row = sample();
@@ -47,7 +47,7 @@ TagRow sampleAt(int id)
 
 } // namespace
 
-/// The accessors of an editor: each asks the database each time.
+/// Tests the accessors of an editor: each reads the database each time.
 class CatchTableTest : public QObject
 {
     Q_OBJECT

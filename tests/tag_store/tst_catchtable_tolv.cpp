@@ -30,7 +30,7 @@ TagRow row(int id, const QString &name, int link, int dataType, const QString &a
     return made;
 }
 
-/// A command with its verdict in one line: "ok address dataType length scanTime".
+/// A command and its `ok` in one line: "ok address dataType length scanTime".
 QString commandOf(TagSystem *tags, int id)
 {
     bool ok = false;
@@ -47,7 +47,7 @@ void hideTagTable(const QString &key)
 
 } // namespace
 
-/// The process that consumes a finished project: the tag table is in memory from the first look on.
+/// Tests the process that only reads a finished project: the tag table is in memory from the first read on.
 class CatchTableTolvTest : public QObject
 {
     Q_OBJECT
@@ -106,7 +106,7 @@ private:
 
 void CatchTableTolvTest::initTestCase()
 {
-    // The value is never looked at.
+    // The value is never read.
     QCoreApplication::instance()->setProperty("tolv_env", false);
 }
 
@@ -301,7 +301,7 @@ void CatchTableTolvTest::askingForTheAccessModeAddsARecord()
     QCOMPARE(tags->getCommunicatorID(999), 0);
     QCOMPARE(commandOf(tags, 999), QStringLiteral("ok  0 1 1"));
     QVERIFY(tags->isBitType(999));
-    // Others still are unknown, and the database knows nothing of it.
+    // Other ids are still unknown, and the database has no such row.
     QCOMPARE(tags->getCommunicatorID(998), -1);
     QVERIFY(!tags->isValidTagID(999));
     QCOMPARE(tags->getTagNameById(999), QString());
@@ -322,7 +322,7 @@ void CatchTableTolvTest::askingForTheDataTypeAddsARecord()
     QCOMPARE(tags->getCommunicatorID(-1), -1);
     QCOMPARE(commandOf(tags, -1), QStringLiteral("ok  0 1 1"));
 
-    // Through a recipe tag that is not connected, row 0 is asked for.
+    // An unconnected recipe tag leads to row 0.
     QCOMPARE(tags->getCommunicatorID(0), -1);
     QCOMPARE(tags->getDataTypeByID(30000), 0);
     QCOMPARE(tags->getCommunicatorID(0), 0);
@@ -403,7 +403,7 @@ void CatchTableTolvTest::askingForTheDataTypeOfASystemIdAddsAnItem()
     QVERIFY(!tags->isControlSystemTag(20094));
     QCOMPARE(tags->numControlSystemTag(), 13);
     QCOMPARE(tags->numInforSystemTag(), 28);
-    // The catch table has nothing to do with it.
+    // This does not depend on the catch table.
     QCOMPARE(tags->getCommunicatorID(20094), 0);
     QCOMPARE(tags->getTagNameById(20095), QStringLiteral("S>Backlight"));
 }
@@ -558,7 +558,7 @@ void CatchTableTolvTest::readOnceAndBitType_data()
     QTest::newRow("a recipe tag on a tag that does not exist") << 30002 << false;
 }
 
-/// Scan times are not kept in memory, so nothing is read once there.
+/// Scan times are not in memory, so no tag is read-once there.
 void CatchTableTolvTest::readOnceAndBitType()
 {
     QFETCH(int, id);

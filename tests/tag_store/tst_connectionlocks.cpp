@@ -22,7 +22,7 @@ const QString busyKey = QStringLiteral("7");
 const QString quietKey = QStringLiteral("8");
 const QString lockingKey = QStringLiteral("locking");
 
-/// Asks a tag system while its own property is read.
+/// Calls a tag system while its own property is read.
 class AskingObject : public QObject
 {
     Q_OBJECT
@@ -44,7 +44,7 @@ public:
 
 } // namespace
 
-/// Who waits for whom.
+/// Tests which threads wait for each other.
 class ConnectionLocksTest : public QObject
 {
     Q_OBJECT
@@ -122,7 +122,7 @@ void ConnectionLocksTest::systemTagsAreReadWhileAPropertyIs()
     QCOMPARE(object.answers, QStringList({"S>Year", "1", "3", "1"}));
 }
 
-/// Also while others leave default tags behind.
+/// Also while other threads add default tags.
 void ConnectionLocksTest::systemTagsAreReadByManyThreads()
 {
     TagSystem *tags = TagSystem::instance(quietKey);
@@ -158,8 +158,8 @@ void ConnectionLocksTest::systemTagsAreReadByManyThreads()
     QCOMPARE(tags->getIdByTagName("s>invalid"), 20000);
 }
 
-/// Eight threads on the one connection of a consuming process, while its file is locked and let go of all the time, and
-/// eight questions on another project beside them.
+/// Eight threads on one connection in the tolv environment, while its file is locked and unlocked all the time, and
+/// eight queries on another project at the same time.
 void ConnectionLocksTest::oneConnectionServesManyThreads()
 {
     QCoreApplication::instance()->setProperty("tolv_env", true);

@@ -16,7 +16,7 @@
 
 namespace {
 
-/// What the library's own search has to agree with, for every text and every name.
+/// The reference for the library's own search, for every text and every name.
 QStringList filteredByExpression(const QString &text, const QStringList &names)
 {
     if (text.isEmpty())
@@ -40,7 +40,7 @@ QStringList readable(const QStringList &texts)
     return result;
 }
 
-/// Empty when both searches agree, else what they found.
+/// Empty when both searches agree, else their results.
 QString disagreement(const QString &text, const QStringList &names)
 {
     const QStringList expected = filteredByExpression(text, names);
@@ -64,7 +64,7 @@ QString codePoint(uint code)
     return QString::fromUcs4(&code, 1);
 }
 
-/// Draws characters of one kind of text.
+/// Makes random characters of one kind of text.
 class Alphabet
 {
 public:
@@ -110,7 +110,7 @@ public:
         return result;
     }
 
-    /// A name that mostly holds the characters of `text` in order, in another case, with some lost or swapped.
+    /// A name with most characters of `text` in order, in another case, with some lost or swapped.
     QString nameLike(const QString &text)
     {
         QString name = this->text(0, 3);
@@ -347,7 +347,7 @@ void FuzzyMatchTest::everyCaseOfEveryUnit()
     QVERIFY2(disagreements.isEmpty(), qPrintable(disagreements.join(QLatin1Char('\n'))));
 }
 
-/// Letters beyond 16 bits, whose cases differ in the second half alone.
+/// Letters beyond 16 bits, whose cases differ only in the second half.
 void FuzzyMatchTest::everyCaseOfEveryPair()
 {
     QStringList disagreements;

@@ -17,7 +17,7 @@ using Information = SystemTagItemInformation;
 
 namespace {
 
-/// The items have no operation that hands them out; an explicit instantiation may name a private member.
+/// No operation returns the items; an explicit instantiation may name a private member.
 QMap<int, Information> &systemTagsOf(TagSystem &tags);
 
 template<auto member>

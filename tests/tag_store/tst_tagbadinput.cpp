@@ -25,7 +25,7 @@ CommunicatorCommand command(const QString &address)
     return made;
 }
 
-/// The one value of a statement's one row, with all its characters.
+/// The only value of a statement's only row, with all its characters.
 QString valueOn(const QString &connection, const QString &statement)
 {
     QSqlQuery query(QSqlDatabase::database(connection, false));
@@ -109,7 +109,7 @@ void TagBadInputTest::cleanup()
     m_folder.reset();
 }
 
-/// "isFindable": the text stands for itself between apostrophes; "isNameable": between quotes.
+/// "isFindable": the text means itself between apostrophes; "isNameable": between quotes.
 void TagBadInputTest::texts()
 {
     QTest::addColumn<QString>("text");
@@ -394,7 +394,7 @@ void TagBadInputTest::makeTags(int count)
     writeTags(key, rows);
 }
 
-/// Tries all writes on tags of which the first is "Tank": each says so in its way, and nothing changes.
+/// Tries all writes on tags of which the first is "Tank": each reports its failure, and nothing changes.
 void TagBadInputTest::refusesAllWrites(TagSystem *tags, bool isEmptyUpdateRefused)
 {
     const QStringList names = tags->getTagNames();
@@ -655,7 +655,7 @@ void TagBadInputTest::truncatedWhileOpen_data()
     QTest::newRow("two pages and a half") << 10240;
 }
 
-/// What is gone cannot be had back; but nothing crashes, and every write that fails says so.
+/// Lost data stays lost; but nothing crashes, and every failed write reports it.
 void TagBadInputTest::truncatedWhileOpen()
 {
     QFETCH(int, kept);

@@ -22,7 +22,7 @@ qint64 highestId()
 
 } // namespace
 
-/// New tags never get the id of a system tag, a recipe tag or a recipe row tag; all else about ids is the database's.
+/// Tests that new tags never get the id of a system, recipe or recipe row tag; the database decides all other ids.
 class TagIdsTest : public QObject
 {
     Q_OBJECT
@@ -121,7 +121,7 @@ void TagIdsTest::idsOfATableThatRemembers_data()
     QTest::newRow("a recipe row id") << 55555 << 60001;
 }
 
-/// A project's own table that never gives an id twice goes on behind a row that was deleted.
+/// A project's own table that never reuses an id continues after a deleted row.
 void TagIdsTest::idsOfATableThatRemembers()
 {
     QFETCH(int, deleted);
@@ -135,7 +135,7 @@ void TagIdsTest::idsOfATableThatRemembers()
     QCOMPARE(tags->getIdByTagName("next"), tags->getIdByTagName("added") + 1);
 }
 
-/// The id of a deleted last row is given again, as the database does it.
+/// The database reuses the id of a deleted last row.
 void TagIdsTest::theDatabaseCountsOn()
 {
     TagSystem *tags = TagSystem::instance(key);

@@ -10,7 +10,7 @@
 #include <QSqlDatabase>
 #include <QtTest>
 
-/// The connection that an object works on: the thread's, the compiler's, and one that others change.
+/// Tests the connection of an object: the thread's, the compiler's, and one that others change.
 class TagConnectionsTest : public LifecycleTest
 {
     Q_OBJECT

@@ -11,7 +11,7 @@
 #include <QSqlDatabase>
 #include <QtTest>
 
-/// Objects that are dropped or destroyed, and databases that are closed.
+/// Tests dropped or destroyed objects, and closed databases.
 class TagEndingTest : public LifecycleTest
 {
     Q_OBJECT

@@ -15,7 +15,7 @@
 
 namespace {
 
-/// Looks at the message box that the next operation shows, and presses its button.
+/// Records the message box of the next operation, and presses its button.
 class BoxReader : public QObject
 {
 public:
@@ -26,7 +26,7 @@ public:
         m_timer.start();
     }
 
-    /// What has been shown: icon, title, text, number of buttons.
+    /// The message boxes: icon, title, text, number of buttons.
     QStringList boxes;
     bool hadParent = false;
     bool isModal = true;
@@ -51,7 +51,7 @@ private:
     QTimer m_timer;
 };
 
-/// Puts the context in front of every text that is translated.
+/// Puts the context before every translated text.
 class ContextTranslator : public QTranslator
 {
 public:
@@ -66,7 +66,7 @@ public:
 
 } // namespace
 
-/// The message boxes in which the library tells what failed.
+/// Tests the library's message boxes for failures.
 class TagMessagesTest : public LifecycleTest
 {
     Q_OBJECT

@@ -13,7 +13,7 @@
 
 #include <limits>
 
-/// Which object a key or the current project gives, and what it starts with.
+/// Tests which object a key or the current project returns, and its initial state.
 class TagObjectsTest : public LifecycleTest
 {
     Q_OBJECT

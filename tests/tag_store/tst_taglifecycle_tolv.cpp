@@ -43,8 +43,7 @@ void setLink(const QString &key, int link)
 
 } // namespace
 
-/// The default object is the process's, and nothing takes it back: each test goes on from where the one before it
-/// ended.
+/// The process has one default object, which cannot be reset: each test continues from the previous one.
 class TagLifecycleTolvTest : public QObject
 {
     Q_OBJECT
@@ -117,7 +116,7 @@ void TagLifecycleTolvTest::withoutAProjectTheKeyIsZero()
     QCOMPARE(lines.filter(noConnection).size(), 1);
     QVERIFY(!zero->database().isValid());
 
-    // Dead as it is, it has become the default.
+    // It is deleted, but it has become the default.
     makeProject(m_folder.filePath(QStringLiteral("project 0")), QStringLiteral("0"));
     QCoreApplication::instance()->setProperty("currentProject", quint64(1));
     QCOMPARE(TagSystem::instance(), zero);

@@ -26,7 +26,7 @@ const QString key = QStringLiteral("project of links");
 const QString words = QStringLiteral("Words");
 const QString relays = QStringLiteral("Relays and words");
 
-/// What is left when the toolkit's own complaints about missing connections are taken away.
+/// The lines without the toolkit's own warnings about missing connections.
 QStringList ownLines(const LogRecorder &log)
 {
     const QStringList lines = log.lines();
@@ -48,7 +48,7 @@ TagRow tag(int id, int link, const QString &address, const QString &name = QStri
     return row;
 }
 
-/// A project whose tag table has no primary key, so that ids may be doubled.
+/// A project whose tag table has no primary key, so ids may be duplicate.
 void writeTagsWithDoubledId()
 {
     executeOn(key, QStringLiteral("CREATE TABLE custom_tag_table (id, name, access, connector_id, data_type, address, "
@@ -685,7 +685,7 @@ void TagLinksTest::withoutADatabase()
     QCOMPARE(messages.take(), QStringList());
 }
 
-/// Answers that were asked for before are not kept.
+/// Earlier answers are not cached.
 void TagLinksTest::tablesThatChangeUnderAnOpenProject()
 {
     TagSystem *tags = TagSystem::instance(key);

@@ -25,7 +25,7 @@ const QString key = QStringLiteral("7");
 const QString otherKey = QStringLiteral("other");
 const QString thirdKey = QStringLiteral("third");
 
-/// What a reading of the table gives now, also where a statement of the test is open on the connection.
+/// The table's names now, also while a statement of the test is open on the connection.
 QStringList reloaded(const QString &connection = key)
 {
     QStringList names;
@@ -42,7 +42,7 @@ bool isDone(const QString &connection, const QString &statement)
     return query.exec(statement);
 }
 
-/// A file with nothing but a tag table of so many rows.
+/// A file with only a tag table of this many rows.
 void writeFile(const QString &path, const QString &name, int rows)
 {
     QFile::remove(path);
@@ -62,8 +62,8 @@ bool isInTransaction(const QString &connection)
 
 } // namespace
 
-/// The list of names always is what a reading of the table gave after the last write, whatever else uses the connection
-/// and the file.
+/// Tests that the list of names is always the table's after the last write, whatever else uses the connection and the
+/// file.
 class TagNameListTest : public QObject
 {
     Q_OBJECT
@@ -151,7 +151,7 @@ void TagNameListTest::openStatementsStay()
     const QStringList names = reloaded();
     QCOMPARE(tags->getTagNames(), names);
 
-    // What was written stands in the file, not in a transaction that the end of the process takes back.
+    // The written data is in the file, not in a transaction that the end of the process rolls back.
     dropProjects();
     openProject(path("project.db"), otherKey);
     QCOMPARE(reloaded(otherKey), names);
@@ -222,7 +222,7 @@ void TagNameListTest::anotherConnectionIsBound()
     QCOMPARE(tags.getTagNames(), reloaded(otherKey));
 }
 
-/// Two files that were made alike, on connections that have written nothing: all their counters are the same.
+/// Two equal files on connections without writes: all their counters are the same.
 void TagNameListTest::anotherConnectionHasAsManyRows()
 {
     QDir folder(QCoreApplication::applicationDirPath());
@@ -281,7 +281,7 @@ void TagNameListTest::theConnectionIsOpenedAnew()
     QCOMPARE(tags->getTagNames(), QStringList({"uno", "two"}));
 }
 
-/// The object goes on with a copy of its old connection, which no longer is one.
+/// The object keeps a copy of its old connection, which is no longer valid.
 void TagNameListTest::theConnectionIsRegisteredAnew()
 {
     TagSystem tags(nullptr);
@@ -367,7 +367,7 @@ void TagNameListTest::randomWrites_data()
         QTest::addRow("seed %u", seed) << seed;
 }
 
-/// Writes of the object among those of everybody else, compared after each with a reading of the table.
+/// Writes of the object mixed with other writes; compares with the table after each.
 void TagNameListTest::randomWrites()
 {
     QFETCH(quint32, seed);

@@ -341,7 +341,7 @@ void TagNamesTest::namesOfALink()
     QCOMPARE(tags->getTagNameList(link), names);
     if (link == 0)
         QCOMPARE(tags->getInternalTagNames(), names);
-    // This list is the table's, whoever wrote it.
+    // This list is the table's, after any writer.
     writeTags(key, {tag(0, "later", link)});
     QCOMPARE(tags->getTagNameList(link), names + QStringList("later"));
     executeOn(key, "DROP TABLE custom_tag_table");

@@ -19,7 +19,7 @@
 
 namespace {
 
-/// The two lists have no operation that hands them out; an explicit instantiation may name a private member.
+/// No operation returns the two lists; an explicit instantiation may name a private member.
 QStringList &columnNamesOf(TagSystem &tags);
 QStringList &columnTypesOf(TagSystem &tags);
 

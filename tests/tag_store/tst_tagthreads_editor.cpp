@@ -50,7 +50,7 @@ QString stateOf(const CommunicatorCommand &command)
     return QStringLiteral("%1 %2 %3").arg(command.address).arg(int(command.dataType)).arg(command.length);
 }
 
-/// The two states between which a changing tag is switched: a 16-bit number, and a text.
+/// The two states of a changing tag: a 16-bit number, and a text.
 QStringList statesOf(int id)
 {
     return {QStringLiteral("D%1 2 1").arg(id), QStringLiteral("D%1 5 30").arg(1000 + id)};
@@ -62,7 +62,7 @@ bool switchTag(TagSystem *tags, int id, bool isText)
                   : tags->modifyTag(nameOf(id), addressOf(id), 1, 3, 1);
 }
 
-/// What a compile run asks about a tag that nobody changes.
+/// The queries of a compile run for a tag that does not change.
 void readFixedTag(TagSystem *tags, int id, Texts &wrong)
 {
     bool ok = false;
@@ -114,8 +114,8 @@ void readProject(TagSystem *tags, Texts &wrong)
                 QStringLiteral("other ids"));
 }
 
-/// A compile run: it registers a connection of its own under the one name there is for it, and reads until it is told
-/// to stop, at least once through.
+/// A compile run: it registers its connection under the fixed name, and reads until it is stopped, at least one full
+/// pass.
 void compile(TagSystem *tags, const QString &path, const std::atomic<bool> &isOver, std::atomic<int> &passes,
              Texts &wrong)
 {
@@ -138,7 +138,7 @@ void compile(TagSystem *tags, const QString &path, const std::atomic<bool> &isOv
 
 } // namespace
 
-/// An editor: the main thread reads and writes, and one compile thread reads on a connection of its own.
+/// An editor: the main thread reads and writes, and one compile thread reads on its own connection.
 class TagThreadsEditorTest : public QObject
 {
     Q_OBJECT
@@ -285,7 +285,7 @@ void TagThreadsEditorTest::compileRunsThatComeAndGo()
              qPrintable(log.lines().join(QLatin1Char('\n'))));
 }
 
-/// The connection has one name for the process, whichever project an object belongs to.
+/// The connection has one name in the process, for objects of any project.
 void TagThreadsEditorTest::aCompileRunReadsTheFileItOpened()
 {
     const QString other = QStringLiteral("another project");
@@ -353,7 +353,7 @@ void TagThreadsEditorTest::aCompileRunSeesWhatIsCommitted()
     QCOMPARE(seenElsewhere(), QStringLiteral("D77 211"));
 }
 
-/// Without a connection of its own, a foreign thread shares that of the main thread.
+/// Without its own connection, another thread shares that of the main thread.
 void TagThreadsEditorTest::aForeignThreadWithoutAConnectionOfItsOwn()
 {
     TagSystem *tags = TagSystem::instance(key);

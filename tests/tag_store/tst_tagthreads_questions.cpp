@@ -22,7 +22,7 @@ namespace {
 
 constexpr int msecsOfStress = 3000;
 
-/// All operations, in an order of the thread's own, over and over; at least once through.
+/// All operations in the thread's own order, repeatedly; at least one full pass.
 void ask(const std::vector<Operation> &operations, Work work, const QElapsedTimer &timer, Texts &wrong)
 {
     std::vector<const Operation *> order;
@@ -60,7 +60,7 @@ void TagThreadsQuestionsTest::everyOperationOnOneThread_data()
         QTest::newRow(operations[i].name) << static_cast<int>(i);
 }
 
-/// The answers that all threads are held to.
+/// The expected answers of all threads.
 void TagThreadsQuestionsTest::everyOperationOnOneThread()
 {
     QFETCH(int, number);

@@ -18,7 +18,7 @@ private Q_SLOTS:
     void recordsAndItemsAddedByAllThreads();
 };
 
-/// Questions that grow the maps in memory, beside questions that only look into them.
+/// Tests queries that grow the maps in memory, together with queries that only read them.
 void TagThreadsRecordsTest::recordsAndItemsAddedByAllThreads()
 {
     TagSystem *tags = TagSystem::instance(key);

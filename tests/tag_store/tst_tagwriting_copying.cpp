@@ -139,7 +139,7 @@ void TagCopyingTest::copiesOfItself()
     QTEST(tags->addTags(id, 3), "ids");
     QCOMPARE(rowsOn(key, "SELECT * FROM custom_tag_table WHERE id > 8 ORDER BY id"), added);
     QCOMPARE(tags->getTagNames(), reloaded());
-    // A null name takes nothing of the command that comes with it.
+    // With a null name, the command is not used.
     QTEST(tags->addTags(id, qMakePair(QString(), command("D7", CommunicatorCommand::DoubleWord, 12)), 3), "ids");
     QCOMPARE(rowsOn(key, "SELECT * FROM custom_tag_table WHERE address = 'D7'"), QStringList());
 }
@@ -188,7 +188,7 @@ void TagCopyingTest::copiesThatCannotBeInserted()
     QCOMPARE(log.take(), QStringList(line));
 }
 
-/// What others wrote shows when the list is reloaded, which is at the end.
+/// Other writes appear when the list is reloaded, at the end.
 void TagCopyingTest::copiesGoByTheNamesAtTheStart()
 {
     writeTags(key, {tag(1, "Tank")});

@@ -11,7 +11,7 @@
 #include <QRandomGenerator>
 #include <QtTest>
 
-/// The list of names in memory, after writes of the tags and of others.
+/// Tests the list of names in memory, after writes of the tags and of others.
 class NamesAfterWritingTest : public ProjectTest
 {
     Q_OBJECT
@@ -83,7 +83,7 @@ void NamesAfterWritingTest::namesAfterWritesByOthers()
         executeOn(key, "DELETE FROM custom_tag_table");
         tryOn(key, "ALTER TABLE custom_tag_table DROP COLUMN remark");
         writeTags(key, {tag(1, "one"), tag(3, "three")});
-        // A connection learns of others' tables when it reads.
+        // A connection sees others' tables when it reads.
         rowsOn(otherKey, allRows);
         tags->refreshTagNames();
         QVERIFY(tags->addTag("mine", "", 0, 1, 1));
@@ -232,7 +232,7 @@ void NamesAfterWritingTest::namesAfterRollBacksOfDeletes_data()
         << QStringList("DELETE FROM custom_tag_table WHERE id > 3") << false;
 }
 
-/// A roll-back brings back rows whose ids new tags have taken meanwhile.
+/// A roll-back restores rows whose ids new tags have meanwhile.
 void NamesAfterWritingTest::namesAfterRollBacksOfDeletes()
 {
     QFETCH(QStringList, others);
@@ -316,8 +316,8 @@ void NamesAfterWritingTest::randomWrites_data()
         QTest::addRow("seed %u, with triggers and indices", seed) << seed << true;
 }
 
-/// Writes of the tags, of others on both connections, and transactions, in any order: after each write of the tags that
-/// succeeds the names are what a reload would give, and after one that fails what they were.
+/// Writes of the tags, of others on both connections, and transactions, in any order: after a successful write of the
+/// tags the names are those of a reload; a failed write does not change them.
 void NamesAfterWritingTest::randomWrites()
 {
     QFETCH(quint32, seed);

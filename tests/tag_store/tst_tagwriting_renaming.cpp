@@ -92,7 +92,7 @@ void TagRenamingTest::renamesOfOtherKinds()
         QCOMPARE(rowsOn(key, idsAndNames), QStringList("1|Tank"));
     }
     QCOMPARE(tags->getTagNameById(20022), QStringLiteral("S>Year"));
-    // The kind of an id is not looked at: a row that bears such a number is renamed.
+    // The kind of an id is not tested: a row with such a number is renamed.
     writeTags(key, {tag(20022, "hidden")});
     tags->setTagNameById("Foo", 20022);
     QCOMPARE(rowsOn(key, idsAndNames), QStringList({"1|Tank", "20022|Foo"}));

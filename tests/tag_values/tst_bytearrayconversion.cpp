@@ -6,7 +6,7 @@
 
 #include <QtTest>
 
-/// The conversions that need no tag.
+/// Tests the conversions that need no tag.
 class ByteArrayConversionTest : public QObject
 {
     Q_OBJECT

@@ -10,7 +10,7 @@
 #include <cmath>
 #include <cstring>
 
-/// Bytes as a tag's value, and the way there and back.
+/// Tests bytes as a tag's value, and the round trip.
 class DecodingTest : public CodecTest
 {
     Q_OBJECT
@@ -108,7 +108,7 @@ void DecodingTest::decodeNotANumber()
     QCOMPARE(hexOf(m_tags->varToByteArrayThreadSafe(109, qQNaN())), QStringLiteral("00 00 00 00 00 00 f8 7f"));
 }
 
-/// A null variant stands for no value.
+/// A null variant means no value.
 void DecodingTest::decodeShort_data()
 {
     QTest::addColumn<int>("id");

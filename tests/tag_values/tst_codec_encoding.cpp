@@ -8,7 +8,7 @@
 #include <cfloat>
 #include <climits>
 
-/// A tag's value as bytes.
+/// Tests a tag's value as bytes.
 class EncodingTest : public CodecTest
 {
     Q_OBJECT
@@ -232,7 +232,7 @@ void EncodingTest::encodeUnknownType()
     QByteArray bytes("before");
     m_tags->var2ByteArray(id, 5, bytes);
     QCOMPARE(hexOf(bytes), QString());
-    // What the byte holds is left open.
+    // The value of the byte is not specified.
     QCOMPARE(m_tags->varToByteArrayThreadSafe(id, 5).size(), 1);
 }
 

@@ -8,7 +8,7 @@
 
 #include <QtTest>
 
-/// Whose type and length count: of system tags, of recipe tags, of rows that change.
+/// Tests whose type and length count: for system tags, recipe tags, and rows that change.
 class CodecKindsTest : public CodecTest
 {
     Q_OBJECT
@@ -210,7 +210,7 @@ void CodecKindsTest::withoutADatabase()
     QCOMPARE(hexOf(bytes), QStringLiteral("01 00 00 00"));
     QCOMPARE(hexOf(tags->varToByteArrayThreadSafe(20010, QByteArray("AB"))), QStringLiteral("41"));
     QCOMPARE(tags->byteArrayToVarThreadSafe(20011, QByteArray("\xff\xff\xff\xff")), QVariant(-1));
-    // A tag that nobody knows is a bit.
+    // An unknown tag is a bit.
     tags->var2ByteArray(1, 3, bytes);
     QCOMPARE(hexOf(bytes), QStringLiteral("01"));
     QCOMPARE(tags->byteArrayToVarThreadSafe(1, QByteArray("\x02")), QVariant(true));

@@ -14,7 +14,7 @@
 
 namespace {
 
-/// Rows stand at 100 plus their type.
+/// Rows have id 100 plus their type.
 constexpr int first = 100;
 
 /// Puts the text and its context in angle brackets.
@@ -31,7 +31,7 @@ public:
 
 } // namespace
 
-/// The lists of types and access modes, and what values a type takes.
+/// Tests the lists of types and access modes, and the values of each type.
 class LimitsTest : public ValuesTest
 {
     Q_OBJECT

@@ -193,7 +193,7 @@ void TagCommandsRunsTest::runOfABrokenDriver()
     QCOMPARE(criticalLines(log.lines()), expected);
 }
 
-/// A driver that makes rows of new prefixes refuses addresses with a station, so that it shows which text it was asked.
+/// A driver that makes rows for new prefixes refuses addresses with a station: this shows which text it received.
 void TagCommandsRunsTest::stationIsCutOffForRunsOnly()
 {
     writeTags(key, {tag(500, dataBlocksLink, 3, QStringLiteral("3-DB12.DBW4"))});

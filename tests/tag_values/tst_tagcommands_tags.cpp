@@ -12,7 +12,7 @@
 
 #include <climits>
 
-/// The command and the symbol of a tag of any kind.
+/// Tests the command and the symbol of a tag of any kind.
 class TagCommandsTagsTest : public CommandsTest
 {
     Q_OBJECT

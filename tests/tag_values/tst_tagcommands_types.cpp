@@ -12,7 +12,7 @@
 
 #include <climits>
 
-/// What a data type makes of a tag.
+/// Tests the effect of a tag's data type.
 class TagCommandsTypesTest : public CommandsTest
 {
     Q_OBJECT

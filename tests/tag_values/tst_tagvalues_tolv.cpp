@@ -41,8 +41,8 @@ QString hexOf(const QByteArray &bytes)
 
 } // namespace
 
-/// Values and commands in the process that consumes a finished project: types, links and addresses are those of the
-/// start, lengths of texts those of the moment.
+/// Values and commands in the process that only reads a finished project: types, links and addresses are those at the
+/// start, text lengths the current ones.
 class TagValuesTolvTest : public QObject
 {
     Q_OBJECT
@@ -73,7 +73,7 @@ private:
     std::unique_ptr<MessageRecorder> m_messages;
 };
 
-/// After the start the rows say something else, which nobody may notice.
+/// The rows change after the start; this must have no effect.
 void TagValuesTolvTest::initTestCase()
 {
     QCoreApplication::instance()->setProperty("tolv_env", true);
@@ -213,7 +213,7 @@ void TagValuesTolvTest::lengthOfATextIsThatOfTheMoment()
     const quint64 length = m_tags->getCommunicatorCommandByIndex(2, ok).length;
     executeOn(key, QStringLiteral("UPDATE custom_tag_table SET scale = 4 WHERE id = 2"));
     QCOMPARE(image, QStringLiteral("41 42 00"));
-    // The command's length is that of the start.
+    // The command has its length at the start.
     QCOMPARE(length, 4ULL);
     QVERIFY(ok);
 }

@@ -12,7 +12,7 @@
 
 namespace {
 
-/// Rows stand at 100 plus their type.
+/// Rows have id 100 plus their type.
 constexpr int first = 100;
 
 } // namespace
@@ -164,7 +164,7 @@ void TextFormsTest::printInAnotherBase_data()
         QTest::addRow("base %d", base) << base;
 }
 
-/// What the text is stays open; it has no digits.
+/// The text is not specified; it has no digits.
 void TextFormsTest::printInAnotherBase()
 {
     QFETCH(int, base);

@@ -20,8 +20,7 @@
 
 namespace {
 
-/// Rows that custom tables could lose something of: SQLite takes 1E3 for 1000 and 007 for 7, and there is no column for
-/// the Y.
+/// Rows that custom tables could change: SQLite reads 1E3 as 1000 and 007 as 7, and there is no column for the Y.
 const char *const awkwardRows =
     "(W)([0-9A-Fa-f]{1,3})\t2\t2\tW: link register, W007-W1E3, e.g. W7\tW\t007\t1E3\t2\t\t\t16"
     "\t32\tY\n"
@@ -72,7 +71,8 @@ QList<QStringList> sortedRows(const QByteArray &text)
 
 } // namespace
 
-/// Runs a copy of the built program on the custom database beside this test program, which the library in here reads.
+/// Runs a copy of the built program on the custom database beside this test program, which this program's library
+/// reads.
 class TestCustomCommands : public QObject
 {
     Q_OBJECT

@@ -26,7 +26,7 @@ QByteArray shippedText(const char *file)
     return contentOf(QStringLiteral(ZELMAR_LABEL_DRIVERS_SOURCE "/") + QLatin1String(file));
 }
 
-/// A driver file of one row; `end` and `pattern` are what tests break.
+/// A driver file of one row; tests break `end` and `pattern`.
 QByteArray driverText(const char *name, const char *pattern = "(D)(\\d{1,4})", const char *end = "7999")
 {
     return QByteArray("# from nowhere\ndriver\t") + name +
@@ -81,7 +81,7 @@ private:
     QStringList files() const;
 
     QString m_tool;
-    /// A fresh folder for each test function.
+    /// A new folder for each test function.
     std::unique_ptr<QTemporaryDir> m_work;
 };
 
@@ -256,7 +256,7 @@ void TestDriverCommands::newDriverWorksAtOnce()
     QCOMPARE(run(argumentsOf("next|My PLC|D1.15|--as|bit|--database|trial.db")).out, QStringLiteral("D2.0\n"));
     QCOMPARE(run(argumentsOf("blocks|My PLC|M0|--count|1000|--database|trial.db")).code, 0);
 
-    // Its comments come along.
+    // Its comments are copied too.
     QCOMPARE(run(argumentsOf("export-driver|My PLC|--database|trial.db")).out.toUtf8(), contentOf(path("my_plc.tsv")));
 }
 
@@ -364,7 +364,7 @@ void TestDriverCommands::newDriverOverwritesNothing()
     QCOMPARE(samples.code, 3);
     QVERIFY(!QFile::exists(path("other.tsv")));
 
-    // A file where the folder has to be.
+    // A file in place of the folder.
     QVERIFY(QDir(m_work->path()).mkdir(QStringLiteral("sub")));
     writeFile(path("sub/samples"), "mine");
     QCOMPARE(run(argumentsOf("new-driver|Other|sub/other.tsv")).code, 3);
@@ -373,11 +373,11 @@ void TestDriverCommands::newDriverOverwritesNothing()
 
 void TestDriverCommands::newDriverNamesSuitCustomLabels()
 {
-    // The dollar is the one character that would do and is refused all the same: shells and file names stumble over it.
+    // Only the dollar would work but is refused: it causes trouble in shells and file names.
     QStringList names;
     QList<Driver> drivers;
     for (char character = 32; character < 127; ++character) {
-        // Of letters and digits one of each kind will do.
+        // One letter and digit of each kind is enough.
         if (QChar::fromLatin1(character).isLetterOrNumber() && !std::strchr("0Zz", character))
             continue;
         names.append(QLatin1String("A") + QLatin1Char(character) + QLatin1String("B"));
@@ -490,7 +490,7 @@ void TestDriverCommands::compileAsJson()
 
 void TestDriverCommands::compileTakesComments()
 {
-    // Into a database that has never heard of comments, twice, so that none is doubled.
+    // Into a database without comments, twice, to test that none is duplicate.
     Driver other;
     other.name = QStringLiteral("Other");
     other.rows = {Row()};

@@ -5,7 +5,7 @@
 
 #include <QTest>
 
-/// Slips of the pen, and what the tool says of them for the shipped drivers.
+/// Tests the tool's messages for typing errors with the shipped drivers.
 class DriverReasons : public QObject
 {
     Q_OBJECT

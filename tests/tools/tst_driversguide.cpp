@@ -16,18 +16,18 @@ namespace {
 
 const QLatin1String toolOfPage("/path/to/zelmar_label/build/release/bin");
 
-/// One command of the page and what the page says that it prints, or a file that the reader is to save.
+/// One command of the page and its printed output there, or a file that the reader saves.
 struct Step
 {
     int line = 0;
     QString command;
     QString output;
     QString fileName;
-    /// What it really prints.
+    /// Its real output.
     QString printed;
 };
 
-/// Blocks of kind "console" hold commands behind "$ " and their output; a block behind "<!-- file: NAME -->" is a file.
+/// Blocks of kind "console" have commands after "$ " and their output; a block after "<!-- file: NAME -->" is a file.
 QList<Step> stepsOf(const QString &page)
 {
     QList<Step> steps;
@@ -55,7 +55,7 @@ QList<Step> stepsOf(const QString &page)
     return steps;
 }
 
-/// What differs from machine to machine and from day to day, as the page has it.
+/// Replaces text that depends on machine and day by the page's text.
 QString normalized(QString text, const QString &tool)
 {
     static const QRegularExpression time(QStringLiteral("\\.\\d{4}-\\d\\d-\\d\\d_\\d{6}(_\\d+)?"));
@@ -68,11 +68,11 @@ bool isShown(const Step &step, const QString &tool)
     return normalized(step.printed, tool) == normalized(step.output, tool);
 }
 
-/// The page with what the commands really print.
+/// The page with the real output of the commands.
 QString corrected(const QString &page, const QList<Step> &steps, const QString &tool)
 {
     QStringList lines = page.split(QLatin1Char('\n'));
-    // From the end, so that the lines in front keep their numbers.
+    // From the end, so that earlier lines keep their numbers.
     for (int index = steps.size() - 1; index >= 0; --index) {
         const Step &step = steps.at(index);
         if (step.command.isEmpty() || isShown(step, tool))
@@ -90,8 +90,8 @@ QString corrected(const QString &page, const QList<Step> &steps, const QString &
 
 } // namespace
 
-/// Follows the driver author's guide word by word in an empty folder, as a new user would. Where its outputs have
-/// changed, the variable ZELMAR_LABEL_CORRECTED_GUIDE names a file to write the page into as it should be.
+/// Follows the driver author's guide word by word in an empty folder, like a new user. If its outputs have changed, the
+/// variable ZELMAR_LABEL_CORRECTED_GUIDE names a file for the corrected page.
 class TestDriversGuide : public QObject
 {
     Q_OBJECT

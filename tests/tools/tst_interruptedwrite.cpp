@@ -15,7 +15,7 @@
 
 #include <memory>
 
-/// Files that a program left behind in the midst of writing, by Ctrl-C or a power failure.
+/// Tests files of a program that stopped during a write, by Ctrl-C or a power failure.
 class TestInterruptedWrite : public QObject
 {
     Q_OBJECT
@@ -46,7 +46,7 @@ QString journalOf(const QString &path)
     return path + QLatin1String("-journal");
 }
 
-/// Begins a transaction that empties the table, and runs `whileWriting` when part of it stands in the file.
+/// Begins a transaction that empties the table, and runs `whileWriting` when part of it is in the file.
 template<typename Action>
 void write(const QString &path, const QString &table, Action whileWriting)
 {
@@ -67,7 +67,7 @@ void write(const QString &path, const QString &table, Action whileWriting)
     QSqlDatabase::removeDatabase(key);
 }
 
-/// Leaves the file as a writer does that is killed.
+/// Leaves the file like a killed writer.
 void interruptWrite(const QString &path, const char *table)
 {
     const QString left = path + QLatin1String(".left");
@@ -182,7 +182,7 @@ void TestInterruptedWrite::isUndoneBesideTheProgram()
     QVERIFY2(shown.out.contains(QLatin1String("Test PLC")), qPrintable(shown.out));
 }
 
-/// Whoever is writing now has such a journal, too.
+/// A running writer also has such a journal.
 void TestInterruptedWrite::runningWriterIsLeftAlone()
 {
     QByteArray during;

@@ -74,7 +74,7 @@ QList<QJsonObject> objectsOf(const QString &lines)
 
 } // namespace
 
-/// Runs a copy of the built program in a folder with projects of the test's own.
+/// Runs a copy of the built program in a folder with the test's own projects.
 class TestProjectTool : public QObject
 {
     Q_OBJECT

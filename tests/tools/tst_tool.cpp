@@ -85,7 +85,7 @@ Driver driver(const char *name, const QList<Row> &rows, const char *table)
 
 } // namespace
 
-/// Runs a copy of the built program, beside a database and scripts of the test's own.
+/// Runs a copy of the built program, beside the test's own database and scripts.
 class TestTool : public QObject
 {
     Q_OBJECT
@@ -149,7 +149,7 @@ void TestTool::outputs_data()
     QTest::addColumn<QString>("out");
     QTest::addColumn<QString>("err");
 
-    // Arguments are set off by "|".
+    // Arguments are separated by "|".
     const auto add = [](const char *name, const char *arguments, int code, const char *out, const char *err = "") {
         QTest::newRow(name) << argumentsOf(arguments) << code << QString::fromUtf8(out) << QString::fromUtf8(err);
     };
@@ -621,7 +621,7 @@ void TestTool::version()
 
 void TestTool::manyAddressesOfOneFamily()
 {
-    // Were a row added for each refused address, the last ones would take seconds each.
+    // If each refused address added a row, the last ones would take seconds each.
     const Result result =
         run({QStringLiteral("check"), QStringLiteral("ISO on TCP"), QStringLiteral("-"), QStringLiteral("--json")},
             QByteArray("DB12.DBW10\n").repeated(3000) + "DB12.DBX1\n");

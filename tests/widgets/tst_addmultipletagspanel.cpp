@@ -36,7 +36,7 @@ protected:
     void toolTipChanged() override { ++calls; }
 };
 
-/// Takes all slots over and notes which one was called, with its argument.
+/// Overrides all slots and records each call with its argument.
 class NotingPanel : public AddMultipleTagsPanel
 {
 public:

@@ -44,7 +44,7 @@ label::CommandInformationTalbe deviceTable()
 
 } // namespace
 
-/// Which questions the picker asks a label, and what it shows of the answers.
+/// Tests which calls the picker makes to a label, and what it shows of the answers.
 class AddressPickerLabelTest : public QObject
 {
     Q_OBJECT

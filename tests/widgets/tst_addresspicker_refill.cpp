@@ -25,7 +25,7 @@ PickerArguments onRange(const char *range)
 
 } // namespace
 
-/// What a refill of a field leaves of what a caller did to it before: nothing.
+/// Tests that a refill of a field undoes all earlier changes by a caller.
 class AddressPickerRefillTest : public QObject
 {
     Q_OBJECT

@@ -20,15 +20,15 @@ namespace {
 
 constexpr int ascii = 8;
 
-/// Opens the box with a click and chooses the entry with another.
+/// Opens the box with a click and selects the entry with another.
 void chooseWithMouse(QComboBox &box, int row)
 {
     QTest::mouseClick(&box, Qt::LeftButton);
     QAbstractItemView &view = *box.view();
     QVERIFY(QTest::qWaitForWindowExposed(view.window()));
-    // The click that opened the list has to be over before a release in it counts.
+    // A release in the list counts only after the click that opened it has ended.
     QTest::qWait(3 * QApplication::doubleClickInterval());
-    // An entry may be wider than what is seen of it.
+    // An entry may be wider than its visible part.
     const QPoint entry = (view.visualRect(box.model()->index(row, 0)) & view.viewport()->rect()).center();
     QTest::mouseMove(view.viewport(), entry);
     QTest::mouseClick(view.viewport(), Qt::LeftButton, Qt::NoModifier, entry);
@@ -206,7 +206,7 @@ void AddressPickerSignalsTest::typingGivesTheAddressAtEachKey()
 void AddressPickerSignalsTest::typingReplacesTheSelectedRange()
 {
     const auto picker = makePicker(m_label, onRange("1"));
-    // A line edit without the focus gives its selection up when its window becomes active.
+    // A line edit without focus loses its selection when its window becomes active.
     rangeEdit(*picker).setFocus();
     QVERIFY(showActive(*picker));
     PickerSignals given(*picker);

@@ -41,7 +41,7 @@ QLineEdit &editOf(const QObject &picker)
 
 } // namespace
 
-/// The widget itself; tst_simpleaddresspicker_dialog has what its button opens.
+/// Tests the widget itself; tst_simpleaddresspicker_dialog tests its dialog.
 class SimpleAddressPickerTest : public QObject
 {
     Q_OBJECT

@@ -39,7 +39,7 @@ void clickDetails(const SimpleAddressPicker &picker)
     QTest::mouseClick(&child<QPushButton>(picker, QStringLiteral("detailPushButton")), Qt::LeftButton);
 }
 
-/// What a dialog starts with.
+/// The initial state of a dialog.
 struct Start
 {
     QString station;
@@ -48,7 +48,7 @@ struct Start
     int dataType = -1;
 };
 
-/// Opens the dialog, has a look and cancels it.
+/// Opens the dialog, reads its state and cancels it.
 Start startOf(const SimpleAddressPicker &picker)
 {
     Start start;
@@ -62,7 +62,7 @@ Start startOf(const SimpleAddressPicker &picker)
 
 } // namespace
 
-/// What the button of a simple picker opens, and what comes back.
+/// Tests the dialog of a simple picker's button, and its result.
 class SimpleAddressPickerDialogTest : public QObject
 {
     Q_OBJECT
@@ -262,7 +262,7 @@ void SimpleAddressPickerDialogTest::questionsToTheLabel()
     const auto simple = picker(qPrintable(address), link, dataType);
     startOf(*simple);
     QStringList asked = m_label.take();
-    // The picker in the dialog begins with a question of its own.
+    // The picker in the dialog first makes a call of its own.
     QCOMPARE(asked.mid(0, questions.size() + 1), questions + texts({"registerPrefixSymbols()"}));
 }
 

@@ -31,12 +31,12 @@ namespace {
 constexpr int ascii = 8;
 constexpr int wordType = 3;
 
-/// What a line edit holds at most.
+/// The maximum length of a line edit.
 constexpr int lineEditLimit = 32767;
 
 using LabelOwner = std::unique_ptr<label::LabelLoader>;
 
-/// A device with one register, of which all has the name's letter.
+/// A device with one register; all its texts have the name's letter.
 LabelOwner deviceWith(const QString &symbol)
 {
     Row row;
@@ -48,7 +48,7 @@ LabelOwner deviceWith(const QString &symbol)
     return std::make_unique<label::LabelLoader>(table);
 }
 
-/// A device of this many rows, every second of the symbol D, the others each of their own.
+/// A device of this many rows; every second has the symbol D, each other one its own.
 LabelOwner deviceOf(int rows)
 {
     const LogRecorder log;
@@ -63,7 +63,7 @@ LabelOwner deviceOf(int rows)
     return std::make_unique<label::LabelLoader>(table);
 }
 
-/// Lets everything that waits to be done and painted happen.
+/// Processes all pending events and paints.
 void settle(QWidget &widget)
 {
     QCoreApplication::processEvents();

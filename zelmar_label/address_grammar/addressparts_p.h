@@ -8,7 +8,7 @@
 
 namespace label {
 
-/// A device address taken apart around its range string, so that further addresses can be put together from it.
+/// A device address split at its range string, to make further addresses from it.
 struct AddressParts
 {
     QString prefix;

@@ -14,7 +14,7 @@ namespace label {
 
 namespace {
 
-/// The most groups that stand in one another, or some more.
+/// An upper bound of the nesting depth of groups.
 int nesting(const QString &pattern)
 {
     int depth = 0;
@@ -30,15 +30,15 @@ int nesting(const QString &pattern)
 
 QRegExp expressionOf(const QString &pattern)
 {
-    // The parser of expressions calls itself for each group, and its stack has an end: thousands of groups in one
-    // another stand for an expression that is not valid.
+    // The parser of expressions is recursive and its stack is limited: an expression with thousands of nested groups
+    // counts as invalid.
     constexpr int deepestNesting = 1000;
     if (nesting(pattern) > deepestNesting)
         return QRegExp(QStringLiteral("("));
     return QRegExp(pattern, Qt::CaseSensitive, QRegExp::RegExp);
 }
 
-// What survives a change of station; the auxiliary text and flag do not.
+// The fields that a change of station keeps; it drops the auxiliary text and flag.
 CommunicatorCommand commandAt(const QString &address, const CommunicatorCommand &model)
 {
     CommunicatorCommand command;

@@ -21,25 +21,22 @@ namespace label {
 class PatternPrefix;
 struct AddressParts;
 
-/// One address format of one device, made from one row of its device table: which texts belong to it, which number and
-/// bit stand in them, whether the device has them, how the neighbouring addresses read, and how data is cut into
-/// commands.
+/// One address format of one device, made from one row of its device table. It tests addresses, reads their number and
+/// bit, tests the device's limits, makes the neighbouring addresses, and cuts data into commands.
 ///
 /// Terms. The *device address* is an address without its station ("3-D100" is device address "D100" of station 3). The
-/// whole device address has to match the row's pattern. The *range string* is the text of the capture group
-/// `address_group_index`; what stands left and right of it is the prefix and the suffix text. The *number* is the
-/// integer in the range string (on a bit row in its word part), read in radix `base()`; the limits apply to it and
-/// steps count in it. The *bit offset* is the position of a bit in its word. -1 stands for no number, no bit and no
-/// station.
+/// whole device address must match the row's pattern. The *range string* is the text of the capture group
+/// `address_group_index`; the prefix and the suffix text are left and right of it. The *number* is the integer in the
+/// range string (on a bit row in its word part), in radix `base()`; limits and steps apply to it. The *bit offset* is
+/// the position of a bit in its word. -1 means no number, no bit or no station.
 ///
-/// New addresses are put together as prefix text, number in radix `base()` without leading zeros and in lower case,
+/// A new address is the prefix text, the number in radix `base()` without leading zeros and in lower case, and the
 /// suffix text.
 ///
 /// A row whose rule text names an existing script file leaves some questions to the script (see `ScriptHook`).
 ///
-/// Nothing here fails by exception. A value, but copying costs: the pattern, and for a loaded script one evaluation of
-/// it. Not safe for use by two threads at once, not even through const operations: pattern and script keep state of
-/// their last use. Callers serialise.
+/// Nothing throws. A value, but a copy is not cheap: it copies the pattern and evaluates a loaded script again. Not
+/// thread-safe, not even const operations: pattern and script keep state of their last use. Callers serialise.
 class ZELMAR_LABEL_EXPORT CommandFormatter
 {
 public:
@@ -58,18 +55,18 @@ public:
     CommandFormatter(const CommandFormatter &other);
     CommandFormatter &operator=(const CommandFormatter &other);
 
-    /// Takes over `other` with its loaded script; `other` may then only be assigned to or destroyed.
+    /// Takes `other` with its loaded script; afterwards only assign to `other` or destroy it.
     CommandFormatter(CommandFormatter &&other) noexcept;
     CommandFormatter &operator=(CommandFormatter &&other) noexcept;
 
     ~CommandFormatter();
 
-    /// Takes over every field; a loaded script is loaded anew.
+    /// Copies every field; loads a loaded script again.
     void copy(const CommandFormatter &other);
 
     /// \name The row's columns
     ///@{
-    /// Replaces the pattern by a new case-sensitive expression.
+    /// Replaces the pattern with a new case-sensitive expression.
     void setPattern(const QString &pattern);
     QString pattern() const;
     void setPrefixSymbol(const QString &symbol);
@@ -78,7 +75,7 @@ public:
     void setEditorPrefixSymbol(const QString &symbol);
     /// The editor's symbol if there is one, else `prefixSymbol()`.
     QString getEditorUsedPrefixsymbol() const;
-    /// The description that a user reads.
+    /// The description for users.
     QString formatString() const;
     int type() const;
     /// Bytes of one addressable unit.
@@ -101,29 +98,29 @@ public:
     bool hadStationID(const CommunicatorCommand &command) const;
     /// The device address.
     QString removeStationID(const QString &address) const;
-    /// A fresh command with the device address, keeping scan time, data type, length and auxiliary number; the
-    /// auxiliary text and flag are lost.
+    /// A new command with the device address; it keeps scan time, data type, length and auxiliary number, not the
+    /// auxiliary text and flag.
     CommunicatorCommand removeStationID(const CommunicatorCommand &command) const;
-    /// `command` at station `stationId`, an old station replaced; fields are kept as by `removeStationID`. For -1 a
-    /// full copy of `command`; other negative numbers count as stations.
+    /// `command` at station `stationId` instead of an old station; it keeps the same fields as `removeStationID`. A
+    /// full copy of `command` for -1; other negative numbers count as stations.
     CommunicatorCommand addStationID(int stationId, const CommunicatorCommand &command) const;
     ///@}
 
     /// \name Matching and validity
     ///@{
-    /// How much of `address` this row accepts: on an exact match of the device address the length of the whole of
-    /// `address`, station included; otherwise the length of the part of the device address that could still be
-    /// completed, or -1.
+    /// How much of `address` this row accepts: on an exact match of the device address the length of the whole
+    /// `address`, station included; otherwise the length of the part of the device address that can still be completed,
+    /// or -1.
     int matchedLength(const QString &address) const;
 
     /// The range string of a device address; empty when the pattern is not found in it.
     QString getRangeString(const QString &address) const;
 
     /// The part of a device address that an editor shows beside the symbol: the range string, or, on a row with an
-    /// editor's symbol, the last characters that this symbol does not account for.
+    /// editor's symbol, the characters after that symbol's length.
     QString getEditorUsedRangeString(const QString &address) const;
 
-    /// The number in a device address; -1 when there is none, or none that fits an `int`.
+    /// The number in a device address; -1 when there is none that fits an `int`.
     int getAddresRangePart(const QString &address) const;
 
     /// The bit offset in a device address; -1 on a register row, when the pattern is not found or the bit cannot be
@@ -131,63 +128,62 @@ public:
     int getbitOffset(const QString &address) const;
 
     /// Moves whole words out of `bit` into `word`; `base` is the value of `bitbase()`. A decimal bit part carries at 16
-    /// (at 32 for the radix word "31"). Any other radix carries digit by digit, its digits read as decimal ones, so
-    /// that a step that lands on a letter behind the carried digit gives bit 0.
+    /// (at 32 for the radix word "31"). Any other radix carries digit by digit and reads its digits as decimal ones, so
+    /// a step to a letter after the carried digit gives bit 0.
     void bitOffsetCarry(int &word, int &bit, int base) const;
 
-    /// True when `value` lies within the limits and, on a register row, obeys the alignment. Limits that are no numbers
-    /// in radix `base()` give false and a line in the debug log.
+    /// True when `value` is within the limits and, on a register row, aligned. Limits that are no numbers in radix
+    /// `base()` give false and a line in the debug log.
     bool isRangeValid(int value) const;
 
-    /// True when the device address in `address` matches and its number is valid. A number of -1 is taken as valid: the
-    /// match alone is enough. The bit is not examined; the pattern has to guard it.
+    /// True when the device address in `address` matches and its number is valid. A number of -1 counts as valid: the
+    /// match is enough. Does not test the bit; the pattern must.
     bool isAddressValid(const QString &address) const;
 
     /// True when `address`, which must not carry a station, matches, has a valid number, and row and `type` are both
     /// bit or both register types; widths are not compared.
     bool isAddressDataTypeMatch(const QString &address, CommunicatorCommand::DataType type) const;
 
-    /// As `isAddressValid`, for a text that is known to carry no station.
+    /// As `isAddressValid`, for a text without a station.
     bool isDeviceAddressValid(const QString &deviceAddress) const;
 
-    /// True when a device address matches, or could after further typing. The same as a `matchedLength` that reaches
-    /// the end of the text.
+    /// True when a device address matches, or could after further typing: `matchedLength` reaches the end of the text.
     bool canBeCompleted(const QString &deviceAddress) const;
 
-    /// How many characters of a device address, from its front, an address of the row could begin with; one more than
-    /// all of them when it matches as it stands, whatever its number.
+    /// How many leading characters of a device address can begin an address of the row; its size plus one when it
+    /// matches, with any number.
     int matchedFront(const QString &deviceAddress) const;
 
-    /// An upper bound of `matchedFront`, found without the expression, hundreds of times as fast.
+    /// An upper bound of `matchedFront`, without the expression; hundreds of times as fast.
     int possibleFront(const QString &deviceAddress) const;
 
-    /// A device address that matches, with `digits` in the place of its number (on a bit row of the word); all else
-    /// stays. Empty when the pattern is not found in it. Whether the device has such an address is not asked.
+    /// A matching device address with `digits` instead of its number (on a bit row, of the word). Empty when the
+    /// pattern is not found in it. Does not test whether the device has this address.
     QString withNumber(const QString &deviceAddress, const QString &digits) const;
     ///@}
 
     /// \name Rule
     ///@{
-    /// True when `value` obeys the alignment, or when the row has none.
+    /// True when `value` is aligned, or when the row has no alignment.
     bool validateMultiple(int value) const;
     static bool M8(int value);
     static bool M8add1(int value);
     static bool M16(int value);
     static bool M16add1(int value);
     static bool M64add1(int value);
-    /// `digits` with "0" in front up to the rule's width of a bit part: 2 for rules with "last2", else 1.
+    /// `digits`, padded with leading "0" to the width of the rule's bit part: 2 for rules with "last2", else 1.
     QString stringWithDigits(QString digits) const;
     /// True when commands of the row may be optimised.
     bool needOptimize() const;
-    /// The `continue` column; "y" and "yes" in any case mean that commands of the row must be continuous.
+    /// The `continue` column; "y" and "yes" in any case: commands of the row must be continuous.
     QString continueRule() const;
-    /// Numbers in one aligned group: 8, 16 or 1, or what the script announces.
+    /// Numbers in one aligned group: 8, 16 or 1, or the script's value.
     int aligmentSize() const;
     /// True when the row's numbers count single bits, so that one unit spans `datasize() * 8` numbers.
     bool isTypeRangeNeedAlignmentByte() const;
     /// Radix of the bit part; 32 marks a decimal bit from 0 to 31; -1 for none.
     int bitbase() const;
-    /// True when a bit of the row can be reached through a register. On register rows without meaning.
+    /// True when a bit of the row can be reached through a register. No meaning on register rows.
     bool canConvertRegisterCommand() const;
     /// True for the rule text "semens1": byte distances are differences of numbers.
     bool isSemenseSepcialType() const;
@@ -195,28 +191,28 @@ public:
 
     /// \name Making commands
     ///@{
-    /// `command` cut into units of the row that together cover its bytes; `command` itself when one unit is enough,
-    /// when it is a bit command or when its address does not match. Units beyond the limits are left out. A length
-    /// above 1 goes to `autoCompleteStringCommand`.
+    /// Cuts `command` into units of the row that together cover its bytes. Returns `command` itself when one unit is
+    /// enough, when it is a bit command or when its address does not match. Leaves out units beyond the limits. Calls
+    /// `autoCompleteStringCommand` for a length above 1.
     QList<CommunicatorCommand> autoCompleteCommand(const CommunicatorCommand &command) const;
 
-    /// As above, with `command.length` taken as the size in bytes whatever the data type; even a single element gets
-    /// length 1 and the row's type.
+    /// As above, but `command.length` is the size in bytes for every data type; a single element also gets length 1 and
+    /// the row's type.
     QList<CommunicatorCommand> autoCompleteStringCommand(const CommunicatorCommand &command) const;
 
-    /// The `count` addresses from `command` on, itself included, at the natural spacing; a command one or two widths
-    /// wider than the row steps 2 or 4 units. Numbers beyond the limits are left out. New commands have length 1 and
-    /// scan time 1. `command` alone when its address does not match.
+    /// `count` addresses at the natural spacing, starting with `command`; a command one or two widths wider than the
+    /// row steps 2 or 4 units. Leaves out numbers beyond the limits. New commands have length 1 and scan time 1. Only
+    /// `command` when its address does not match.
     QList<CommunicatorCommand> makeContinueCommand(const CommunicatorCommand &command, int count) const;
 
-    /// As above, `cap` units apart, with length and scan time of `command` and the row's type. `checkRange` turns the
-    /// limits and the alignment step on.
+    /// As above, `cap` units apart, with length and scan time of `command` and the row's type. `checkRange` switches on
+    /// the limits and the alignment step.
     QList<CommunicatorCommand> makeContinueCommandwithCap(const CommunicatorCommand &command, int count, int cap,
                                                           bool checkRange) const;
 
-    /// The `count` bit addresses from `command` on, `step` bits apart. A suffix text of the pattern has no place in
-    /// them. The prefix text is cut from the address as it came in, at the place found in the device address: callers
-    /// pass device addresses. The range check of a two-part rule tests the bit, not the word.
+    /// `count` bit addresses, starting with `command`, `step` bits apart, without the pattern's suffix text. The prefix
+    /// text is cut from the given address at the position found in the device address: callers pass device addresses.
+    /// The range check of a two-part rule tests the bit, not the word.
     QList<CommunicatorCommand> makeBitContinueCommand(const CommunicatorCommand &command, int count, int step,
                                                       bool checkRange) const;
 
@@ -224,26 +220,26 @@ public:
     void makeOnePartBitCommands(QList<CommunicatorCommand> &list, QString prefix, int value, bool checkRange,
                                 int stationId) const;
 
-    /// Appends to `list` the bit command at `word`, `separator`, `bit`, unless `checkRange` is set and `bit` is beyond
+    /// Appends to `list` the bit command at `word`, `separator`, `bit`, unless `checkRange` is true and `bit` is beyond
     /// the limits.
     void makeTwoPartBitCommands(QList<CommunicatorCommand> &list, QString prefix, int word, int bit, int bitRadix,
                                 QString separator, bool checkRange, int stationId) const;
 
-    /// One command of `length` units at the row's symbol followed by `value`. Nothing is checked.
+    /// One command of `length` units at the row's symbol followed by `value`. Checks nothing.
     CommunicatorCommand makeBlockCommand(int stationId, int value, int length) const;
     ///@}
 
     /// \name Bit to register
     ///@{
-    /// The address of the register that holds the bit of `command`, with its station; just the symbol where no number
-    /// can be made. Answers for any row, whether or not it can convert.
+    /// The address of the register that contains the bit of `command`, with its station; only the symbol if no number
+    /// can be made. Works for any row, also for one that cannot convert.
     QString convertToRegisterAddress(const CommunicatorCommand &command) const;
 
-    /// The symbol of that register address: the one that the rule names, else the row's own.
+    /// The symbol of that register address: the one in the rule, else the row's own.
     QString convertedRegisterCommandSymbol() const;
 
-    /// The number part of that register address for a device address; empty, with a line in the debug log, when the
-    /// number cannot be read; empty in silence when the rule tells no alignment.
+    /// The number part of that register address for a device address. Empty, with a line in the debug log, when the
+    /// number cannot be read; empty without a line when the rule has no alignment.
     QString convertedRagisterCommandRange(const QString &address) const;
     ///@}
 

@@ -52,11 +52,11 @@ void CommandFormatter::makeOnePartBitCommands(QList<CommunicatorCommand> &list, 
 void CommandFormatter::makeTwoPartBitCommands(QList<CommunicatorCommand> &list, QString prefix, int word, int bit,
                                               int bitRadix, QString separator, bool checkRange, int stationId) const
 {
-    // The limits are those of words, yet it is the bit that is held against them: words beyond the end pass, so that a
-    // run may cross it.
+    // The limits are word limits, but they are tested against the bit: words beyond the end pass, so a run may cross
+    // it.
     if (checkRange && !isRangeValid(bit))
         return;
-    // 32 marks a bit from 0 to 31, which is written in decimal.
+    // 32 means a bit from 0 to 31 in decimal.
     separator += stringWithDigits(numberText(bit, bitRadix == 32 ? 10 : bitRadix));
     prefix += numberText(word, m_base);
     prefix += separator;
@@ -98,7 +98,7 @@ QString CommandFormatter::convertedRagisterCommandRange(const QString &address) 
         return QString();
     }
     const int value = *number;
-    // Wrapped, since the number before the lowest one must not be undefined.
+    // Wraps, because the number before the lowest one must not be undefined.
     const int before = wrappingDifference(value, 1);
     switch (m_multipleRule.registerAlignment()) {
     case MultipleRule::Alignment::Of8:

@@ -7,8 +7,8 @@ namespace label {
 
 namespace {
 
-/// The script's answer while its file exists, else the rule's. Asking for the file costs as much as matching several
-/// patterns, so it is asked only where the answer depends on it.
+/// The script's answer while its file exists, else the rule's. Testing for the file costs as much as matching several
+/// patterns, so it is done only when the answer depends on it.
 template<typename Answer>
 Answer chosen(const ScriptHook &script, Answer byScript, Answer byRule)
 {

@@ -13,16 +13,16 @@ namespace label {
 
 namespace {
 
-/// How many units cover `size` bytes: whole or begun ones, where less than a hundredth of a unit does not count. None
-/// for units of no bytes and for a count beyond `int`.
+/// The number of whole or begun units that cover `size` bytes; less than a hundredth of a unit does not count. 0 for
+/// units of 0 bytes and for a count beyond `int`.
 int pieceCount(unsigned long long size, unsigned long long unitSize)
 {
     const double count = static_cast<double>(size) / static_cast<double>(unitSize) + 0.49;
     return count < std::numeric_limits<int>::max() ? qRound(count) : 0;
 }
 
-/// How a run of commands that are wider or narrower than the row's unit goes on. Types are numbers of the enumeration,
-/// not sizes: one number apart means half or double, two a quarter or four times.
+/// The step of a run of commands that are wider or narrower than the row's unit. Types are enumeration numbers, not
+/// sizes: a difference of one means half or double, of two a quarter or four times.
 struct WidthStep
 {
     int units = 1;            // in one advance
@@ -48,7 +48,7 @@ WidthStep widthStep(int rowType, int commandType)
     }
 }
 
-/// Two commands share each address of a row twice as wide. Of a row four times as wide the first two share the first
+/// On a row twice as wide, two commands share each address. On a row four times as wide, the first two share the first
 /// address and four share each later one.
 bool advancesAfter(int pass, int passesPerAdvance)
 {
@@ -62,8 +62,8 @@ int CommandFormatter::unitStep() const
     return isTypeRangeNeedAlignmentByte() ? static_cast<int>(static_cast<quint32>(m_dataSize * 8)) : 1;
 }
 
-/// True when no further step can come back into the limits, so that a run may end early however many passes are left. A
-/// row whose limits cannot be read reports so at each pass, and is never ended.
+/// True when no further step can return into the limits: the run may then end early. A row with unreadable limits
+/// reports them at each pass and never ends early.
 bool CommandFormatter::isBeyondLimits(int value, int step) const
 {
     if (!m_firstNumber || !m_lastNumber)

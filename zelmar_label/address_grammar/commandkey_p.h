@@ -8,13 +8,13 @@
 
 namespace label {
 
-/// The address by which a null command is known.
+/// The address of a null command.
 inline QString nullCommandAddress()
 {
     return QStringLiteral("S>NULL");
 }
 
-/// "address_datatype_length". The address goes in as it stands: a "%1" in it is text, not a place to fill.
+/// "address_datatype_length". A "%1" in the address is text, not a placeholder.
 template<typename Length>
 QString commandKey(const QString &address, int dataType, Length length)
 {

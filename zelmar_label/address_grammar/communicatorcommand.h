@@ -8,17 +8,17 @@
 
 #include <QString>
 
-/// One PLC data item to be read or written: an address, the width of one unit behind it, how many units, how often.
+/// One PLC data item to read or write: its address, unit width, number of units and scan time.
 ///
 /// The address is `[station-]device address`: the text before the first "-" is the station number in decimal, the
 /// text between the first and the second "-" the device address; an address without "-" has no station.
 ///
-/// A plain value, copied memberwise and not locked: each thread works on its own copies. Never delete one through a
-/// pointer to a base: the destructor is not virtual.
+/// A plain value without a lock: each thread works on its own copies. The destructor is not virtual: never delete
+/// through a base pointer.
 class ZELMAR_LABEL_EXPORT CommunicatorCommand
 {
 public:
-    /// Width of one unit. Other numbers may be stored; they count as a type of unknown width.
+    /// Width of one unit. Other numbers are possible; they count as a type of unknown width.
     enum DataType : qint32 {
         Bit = 0,        ///< one bit
         Byte = 1,       ///< 1 byte
@@ -36,14 +36,14 @@ public:
     /// for the other known types, 1 for an unknown type. A product beyond 64 bits keeps its low 64 bits.
     virtual quint64 getDataSize() const;
 
-    /// "address_datatype_length", both numbers in decimal, computed afresh on each call. Names the command including
-    /// its station.
+    /// "address_datatype_length", both numbers in decimal, computed on each call. Identifies the command with its
+    /// station.
     virtual QString stringKey() const;
 
     /// The station number; -1 without a station, 0 if the text before the first "-" is no decimal number.
     int getStationId() const;
 
-    /// The device address: the address without its station. Anything behind a second "-" is dropped.
+    /// The device address: the address without its station. Text after a second "-" is dropped.
     QString getAddressString() const;
 
     /// How often the item is scanned, in the editor's scan time units; 0: read once.
@@ -52,7 +52,7 @@ public:
     /// Number of units: bits for `Bit`, characters for `Text`. Above 1: a block command.
     quint64 length = 1;
     QString address;
-    /// Three fields for the consumers of commands; the library only carries them.
+    /// Three fields for users of commands; the library only copies them.
     qint32 auxiliaryNumber = 0;
     QString auxiliaryText;
     bool auxiliaryFlag = false;

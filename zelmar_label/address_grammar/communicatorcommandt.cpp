@@ -12,10 +12,10 @@
 
 namespace {
 
-// Serves the static functions, which may be called for one command from several threads.
+// For the static functions, which several threads may call for one command.
 QBasicMutex s_stationMutex;
 
-// Wraps around instead of overflowing: lengths come from streams and need not make sense.
+// Wraps around instead of overflowing: lengths come from streams and may be wrong.
 int multiplied(qint32 length, quint32 bytes)
 {
     return static_cast<int>(static_cast<quint32>(length) * bytes);

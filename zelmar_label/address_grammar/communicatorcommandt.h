@@ -12,11 +12,11 @@
 class CommunicatorCommand;
 class QDataStream;
 
-/// The companion of `CommunicatorCommand` for consumers outside the library: the same four core fields, a stored key, a
-/// mutex and a stream form. It is made from a `CommunicatorCommand`; nothing turns one back.
+/// A `CommunicatorCommand` for users outside the library: the same four core fields, a stored key, a mutex and a stream
+/// form. It is made from a `CommunicatorCommand` and cannot be converted back.
 ///
 /// The stored key is current after construction or assignment from a `CommunicatorCommand` and after `makekey`. It is
-/// stale after `inputDataStream` and after a write to a field, until `makekey` is called.
+/// stale after `inputDataStream` and after a write to a field, until the next `makekey`.
 ///
 /// `outputDataStream`, `inputDataStream`, `dataTypeName`, `isNull`, `getDataSize` and `makekey` lock the object for
 /// their whole body; the other members take no lock.
@@ -26,7 +26,7 @@ public:
     /// The null command: one double word at "S>NULL", with an empty key.
     CommunicatorCommandT();
 
-    /// Copies the five data fields, the key as it stands. The mutex is a new one; `other` is not locked.
+    /// Copies the five data fields, key included. The mutex is new; `other` is not locked.
     CommunicatorCommandT(const CommunicatorCommandT &other);
     CommunicatorCommandT &operator=(const CommunicatorCommandT &other);
 
@@ -40,8 +40,8 @@ public:
     /// byte order and version; no header, no key.
     void outputDataStream(QDataStream &stream);
 
-    /// Reads what `outputDataStream` wrote. The key stays what it was. A stream that runs dry leaves the remaining
-    /// fields as `QDataStream` leaves them.
+    /// Reads what `outputDataStream` wrote. The key does not change. If the stream ends early, `QDataStream` sets the
+    /// remaining fields.
     void inputDataStream(QDataStream &stream);
 
     /// The station number; -1 without a station, 0 if the station text is no decimal number. Locks one process-wide
@@ -63,11 +63,11 @@ public:
     /// True when the address is "S>NULL" or empty.
     bool isNull() const;
 
-    /// The stored key, as it stands.
+    /// The stored key, current or not.
     QString stringKey() const;
 
-    /// Size in bytes as these consumers count it, which differs from `CommunicatorCommand::getDataSize`: a bit block
-    /// counts one byte more where its length is a multiple of 8, and a quad word counts 4 bytes.
+    /// Size in bytes as these users count it, unlike `CommunicatorCommand::getDataSize`: a bit block whose length is a
+    /// multiple of 8 counts one byte more, and a quad word counts 4 bytes.
     int getDataSize() const;
 
     /// Stores "address_datatype_length" as the key.

@@ -17,8 +17,8 @@ bool isWordCharacter(QChar character)
     return character.isLetterOrNumber() || character.isMark() || character == QLatin1Char('_');
 }
 
-/// The first place where a text holds `(\w+)-(\w+)(:\w*)`, found in one pass: an expression's search takes a time that
-/// grows with the square of the text's length.
+/// The first match of `(\w+)-(\w+)(:\w*)` in a text, in one pass: the search time of an expression grows with the
+/// square of the text's length.
 struct CompoundShape
 {
     int start = -1;
@@ -157,7 +157,7 @@ void MultipleRule::parseBitRadix()
         QLatin1String word;
         int splitRadix;
         int onePartRadix;
-        int readRadix; // of the bit part, where 32 is no radix
+        int readRadix; // of the bit part; 32 is no radix
     } knownWords[] = {
         {QLatin1String("f"), 16, -1, 16},    {QLatin1String("hex"), 16, 16, 16}, {QLatin1String("dec"), 10, 10, 10},
         {QLatin1String("15"), 10, -1, 10},   {QLatin1String("31"), 32, -1, 10},  {QLatin1String("oct"), 8, 8, 8},

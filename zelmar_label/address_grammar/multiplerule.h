@@ -8,15 +8,14 @@
 
 namespace label {
 
-/// The parsed `multiple_rule` text of one address format: how a bit address divides into word and bit, in which radix
-/// the bit is written, which numbers are aligned, and whether and where a bit can be reached through a register.
+/// The parsed `multiple_rule` text of one address format: how a bit address splits into word and bit, the radix of the
+/// bit, which numbers are aligned, and whether and where a bit can be reached through a register.
 ///
-/// A text that as a whole has the shape `separator-radix:tail` ("dot-f:r", "union-oct:rm8a1_D") is compound: its tail
-/// tells of alignment and optimising. Any other text is plain, and the whole text tells of them. Keywords are compared
-/// in lower case. An unknown word is no error: it gives the "no" answers below.
+/// A text of the form `separator-radix:tail` ("dot-f:r", "union-oct:rm8a1_D") is compound: its tail sets alignment and
+/// optimising. In any other, plain text the whole text sets them. Keywords are compared in lower case. An unknown word
+/// is no error: it gives the "no" answers below.
 ///
-/// A value; everything is parsed once, in the constructor. The text fields are for reading. It knows nothing of
-/// scripts.
+/// A value; the constructor parses everything once. The text fields are for reading. It does not handle scripts.
 class MultipleRule
 {
 public:
@@ -30,7 +29,7 @@ public:
     /// "dotlenslash", "last1", "last2".
     bool isSplit() const { return m_separator == Separator::Text || isLastDigits(); }
 
-    /// True for "union" and "nosep": a bit address is one plain number.
+    /// True for "union" and "nosep": a bit address is one number.
     bool isOnePart() const { return m_separator == Separator::None; }
 
     /// The word part of a range string: the text before the separator, in lower case; all but the last characters for
@@ -42,12 +41,12 @@ public:
     /// or the last characters for "last1" and "last2". Empty when there is none.
     QString bitPart(const QString &range) const;
 
-    /// What stands behind the word of a range string: separator and bit; empty on a rule that is not split, and where
-    /// the separator is missing.
+    /// The text after the word of a range string: separator and bit; empty on a rule that is not split, and without the
+    /// separator.
     QString bitTail(const QString &range) const;
 
     /// The bit position that a split rule reads in a range string, from 0; -1 when the bit part is no number or the
-    /// radix word is unknown. "fam3" counts bits from 1, so that its first bit is 0.
+    /// radix word is unknown. "fam3" counts bits from 1: its bit 1 is position 0.
     int bitOffset(const QString &range) const;
 
     /// The bit position inside the aligned group that a one-part rule reads in a range string: the number, less 1 for
@@ -55,25 +54,25 @@ public:
     /// gives -1 and writes a line to the debug log.
     int onePartBitOffset(const QString &range) const;
 
-    /// What divides a range string, empty for rules that do not.
+    /// The separator in a range string; empty for rules without one.
     QString splitString() const { return m_splitString; }
 
-    /// What stands between word and bit in a new address.
+    /// The text between word and bit in a new address.
     QString rebuildSeparator() const { return m_splitString; }
 
-    /// The register symbol that the tail names behind its first "_", or `defaultSymbol` without a "_".
+    /// The register symbol after the first "_" of the tail, or `defaultSymbol` without a "_".
     QString registerSymbol(const QString &defaultSymbol) const;
 
-    /// The radix in which the bit part is written and stepped; 32 stands for a decimal bit from 0 to 31; -1 for none.
+    /// The radix of the bit part and its steps; 32 means a decimal bit from 0 to 31; -1 none.
     int bitRadix() const { return m_bitRadix; }
 
-    /// True when `value` obeys the rule's alignment, or when it has none.
+    /// True when `value` is aligned, or when the rule has no alignment.
     bool isAligned(int value) const;
 
-    /// True when the rule restricts numbers at all.
+    /// True when the rule has an alignment.
     bool hasAlignment() const { return m_alignment != Alignment::None; }
 
-    /// Numbers that one group of the alignment spans: 8, 16, or 1 (also for "multiple of 64, plus 1").
+    /// Numbers in one aligned group: 8, 16, or 1 (also for "multiple of 64, plus 1").
     int aligmentSize() const;
 
     /// True when numbers count single bits: multiples of 8 or 16, with or without the plus 1.
@@ -88,10 +87,10 @@ public:
     /// True for the rule text "semens1".
     bool isSemenseSepcialType() const { return m_semenseSpecialType; }
 
-    /// Fewest digits of a bit part in a new address: 2 when the text holds "last2" anywhere, else 1.
+    /// Minimum digits of a bit part in a new address: 2 when the text contains "last2", else 1.
     int minimumBitDigits() const { return m_minimumBitDigits; }
 
-    /// Which numbers are valid. A contrived tail can name several; the first of this list counts.
+    /// Which numbers are valid. If a tail names several, the first of this list counts.
     enum class Alignment {
         None,      ///< every number
         Of8,       ///< multiples of 8
@@ -101,13 +100,13 @@ public:
         Of16Plus1, ///< multiples of 16, plus 1
     };
 
-    /// How the register of a bit on a rule that does not split is aligned: its number goes down to the next valid one.
-    /// Only the tail counts, also of a plain text. `None`: no register number can be made; never `Of64Plus1`.
+    /// The alignment of a bit's register on a rule that does not split: its number is rounded down to a valid one. Only
+    /// the tail counts, also for a plain text. `None`: no register number can be made; never `Of64Plus1`.
     Alignment registerAlignment() const { return m_registerAlignment; }
 
-    /// The rule text as it stands in the column.
+    /// The rule text of the column.
     QString text;
-    /// The three words of the compound shape, searched anywhere in the text; ".", "f" and ":r" where it is not found.
+    /// The three words of the compound form, searched anywhere in the text; ".", "f" and ":r" if it is not found.
     QString separatorWord;
     QString bitRadixWord;
     QString registerTail;
@@ -141,7 +140,7 @@ private:
     bool m_semenseSpecialType = false;
 };
 
-/// The five alignments on a bare number; the low bits decide, so negative numbers may hold too.
+/// The five alignments of a number; they test the low bits, so negative numbers may be aligned too.
 inline bool isMultipleOf8(int value)
 {
     return (value & 7) == 0;

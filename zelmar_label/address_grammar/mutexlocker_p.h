@@ -12,8 +12,8 @@
 
 namespace label {
 
-/// Holds a Qt mutex. Unlike `QMutexLocker` it tells the thread sanitizer of it, which does not see into Qt's libraries
-/// and would take each waiting thread for a race.
+/// Locks a Qt mutex. Unlike `QMutexLocker` it informs the thread sanitizer, which does not see into Qt's libraries and
+/// would report each waiting thread as a race.
 template<typename Mutex>
 class MutexLocker
 {
@@ -32,7 +32,7 @@ public:
     }
     Q_DISABLE_COPY(MutexLocker)
 
-    /// Lets go before the end of the scope.
+    /// Unlocks before the end of the scope.
     void unlock()
     {
         if (!m_mutex)

@@ -18,8 +18,8 @@ bool isAsciiPunctuation(QChar character)
     return code > 32 && code < 127 && !character.isLetterOrNumber() && character != QLatin1Char('_');
 }
 
-/// Where groups end and what may stand in for their content, found before the leading characters are read: an
-/// alternative or a quantifier behind a group decides over the characters in front of it.
+/// The ends of groups and whether they have alternatives, found before the leading characters are read: an alternative
+/// or a quantifier after a group changes the meaning of the characters before it.
 struct Groups
 {
     struct Group
@@ -100,7 +100,7 @@ void PatternPrefix::Characters::addAll()
     addRange(0, 0xffff);
 }
 
-/// Reads leading characters until it meets something that may match nothing or more than one length.
+/// Reads leading characters up to the first item that may match nothing or more than one length.
 class PatternPrefix::Parser
 {
 public:
@@ -167,7 +167,7 @@ private:
 
     bool isRepeated(int at) const { return at < m_pattern.size() && m_pattern.at(at) == QLatin1Char('+'); }
 
-    /// The place behind the atom, or -1 for one that is not understood.
+    /// The position after the atom; -1 for an unknown one.
     int readAtom(Characters &characters) const
     {
         const QChar character = m_pattern.at(m_next);
@@ -219,7 +219,7 @@ private:
             const QChar last = isRange ? m_pattern.at(i + 2) : first;
             if (last == QLatin1Char('\\'))
                 return -1;
-            // An expression takes a range that is written backwards for the same range forwards.
+            // Expressions read a reversed range like the same range forwards.
             characters.addRange(qMin(first, last).unicode(), qMax(first, last).unicode());
             i += isRange ? 3 : 1;
         }

@@ -11,11 +11,11 @@
 
 namespace label {
 
-/// The characters with which every text that a pattern matches must begin, as far as they can be told from the
-/// pattern's text. Most rows of a device table begin with a fixed symbol, and this tells in nanoseconds that an address
-/// is not theirs, where an expression takes many times as long.
+/// The known leading characters of every text that a pattern matches, read from the pattern's text. Most rows of a
+/// device table begin with a fixed symbol; this rules out an address in nanoseconds, many times as fast as an
+/// expression.
 ///
-/// It only ever rules out: a pattern that it cannot read, or does not know for sure, rules out nothing.
+/// It only rules out: a pattern that it cannot read for sure rules out nothing.
 class PatternPrefix
 {
 public:
@@ -30,16 +30,16 @@ public:
     /// True when no text that begins with `text` can match.
     bool rulesOutCompletion(const QString &text) const;
 
-    /// The most leading characters of `text` that an address could begin with: as far as nothing is ruled out.
+    /// The number of leading characters of `text` that are not ruled out.
     int possibleFront(const QString &text) const;
 
-    /// Number of leading characters that are known.
+    /// Number of known leading characters.
     int size() const { return static_cast<int>(m_positions.size()); }
 
 private:
     class Parser;
 
-    /// The characters that may stand at one position. Characters beyond ASCII are told as a whole.
+    /// The characters allowed at one position; one flag for all beyond ASCII.
     struct Characters
     {
         std::array<quint64, 2> ascii = {};

@@ -11,15 +11,15 @@
 namespace label {
 
 /// `text` as an `int` written in `radix`, as `QString::toInt` reads it: blanks around it, a sign, "0x" in radix 16 and
-/// a radix of 0 that follows the text's own front are accepted. Nothing for any other text, for a number beyond `int`
-/// and for a radix that is not 0 or 2 to 36.
+/// radix 0, which follows the text's prefix, are accepted. Nothing for any other text, for a number beyond `int` and
+/// for a radix that is not 0 or 2 to 36.
 std::optional<int> readNumber(const QString &text, int radix);
 
-/// `value` in `radix`, lower-case letters; in decimal for a radix outside 2 to 36, which `QString::number` must not be
-/// given.
+/// `value` in `radix`, lower-case letters; in decimal for a radix outside 2 to 36, which `QString::number` does not
+/// allow.
 QString numberText(int value, int radix);
 
-/// The sum in 32 bits, wrapping around: addresses come from anywhere and an overflow must not be undefined.
+/// The sum in 32 bits, wrapping around: addresses may be anything, and an overflow must not be undefined.
 inline int wrappingSum(int left, int right)
 {
     return static_cast<int>(static_cast<unsigned>(left) + static_cast<unsigned>(right));

@@ -50,24 +50,24 @@ std::optional<QString> toText(const QScriptValue &value)
 
 std::optional<QStringList> toTexts(const QScriptValue &value)
 {
-    // A script may give any length to an array, and the conversion cannot be stopped.
+    // A script may set any array length, and the conversion cannot be stopped.
     constexpr quint32 longestRun = 10000000;
     if (value.property(QStringLiteral("length")).toUInt32() > longestRun)
         return std::nullopt;
     return qscriptvalue_cast<QStringList>(value);
 }
 
-/// Two values that a script cannot tell from each other.
+/// True for two values that are the same to a script.
 bool isSame(const QScriptValue &one, const QScriptValue &other)
 {
     const bool areNoNumbers = one.isNumber() && other.isNumber() && qIsNaN(one.toNumber()) && qIsNaN(other.toNumber());
     return areNoNumbers || one.strictlyEquals(other);
 }
 
-/// The lines where a script throws values. An engine with an agent knows the line of an error object only.
+/// The lines where a script throws values. An engine with an agent records only the line of an error object.
 ///
-/// An agent hears of statements, of throws and of catches. A `finally` block catches and throws again, without a
-/// statement of its own; so does a function of the engine that a throw leaves.
+/// An agent is notified of statements, throws and catches. A `finally` block catches and throws again without a
+/// statement; so does an engine function that a throw leaves.
 class ThrowTrace
 {
 public:
@@ -110,7 +110,7 @@ public:
 
     void noteCatch(const QScriptValue &value)
     {
-        // A loop may catch any number of values, and blocks stand in one another but a few deep.
+        // A loop may catch any number of values, and blocks are nested only a few deep.
         constexpr std::size_t mostCaught = 64;
         if (m_caught.size() == mostCaught)
             m_caught.erase(m_caught.begin());
@@ -123,7 +123,7 @@ private:
     struct Statement
     {
         int line;
-        bool isFresh; ///< nothing was thrown or caught since it began
+        bool isFresh; ///< nothing thrown or caught since its start
     };
 
     struct Caught
@@ -132,7 +132,7 @@ private:
         int line;
     };
 
-    /// The last statement of the innermost function that runs.
+    /// The last statement of the innermost running function.
     Statement &statement()
     {
         if (m_running.empty())
@@ -154,8 +154,8 @@ private:
     bool m_isInFlight = false;
 };
 
-/// Stops a script that runs too long, and traces what it throws. It sees statements, so that a loop without a single
-/// one in it is not stopped.
+/// Stops a script that runs too long, and traces what it throws. It sees only statements: a loop without one is not
+/// stopped.
 class Deadline : public QScriptEngineAgent
 {
 public:
@@ -185,7 +185,7 @@ public:
     void positionChange(qint64, int line, int) override
     {
         m_trace.noteStatement(line);
-        // The clock costs more than the statements that it watches.
+        // Reading the clock costs more than the statements.
         constexpr int statementsBetweenLooks = 4096;
         if (++m_statements % statementsBetweenLooks != 0 ||
             !m_running.hasExpired(qint64(ScriptHook::deadlineSeconds) * 1000))
@@ -234,7 +234,7 @@ public:
         return false;
     }
 
-    /// What `convert`, which gives an optional value, makes of the function's result. Nothing when there is no such
+    /// The function's result through `convert`, which returns an optional value. Nothing when there is no such
     /// function, or when it or the conversion, which may run script code too, was stopped.
     template<typename Convert>
     auto call(const char *function, const QScriptValueList &arguments, Convert convert)

@@ -14,17 +14,17 @@ class CommunicatorCommand;
 
 namespace label {
 
-/// The ECMAScript file that a rule text may name, which parses addresses that the rule language cannot and announces
-/// the constants that the rules would otherwise give. docs/driver-authors-guide.md tells script authors the contract.
+/// The ECMAScript file that a rule text may name. It parses addresses that the rule language cannot, and announces
+/// constants in place of the rules. docs/driver-authors-guide.md describes the contract for script authors.
 ///
-/// The file is looked for in the folder "scripts" beside the application; its name is the rule text from the third
-/// character on. A script engine costs about 0.2 ms and 370 KiB, so it comes into being only when a script is loaded.
+/// The file is in the folder "scripts" beside the application; its name is the rule text from the third character on. A
+/// script engine costs about 0.2 ms and 370 KiB, so it is made only when a script is loaded.
 ///
-/// All failures go to the debug log and give the stated failure value. A script that runs longer than `deadlineSeconds`
-/// in one go is stopped at its next statement and counts as failed, so that an endless loop does not hang the editor. A
-/// loop whose braces hold no statement, such as `while (true) {}`, has no next statement and is not stopped.
+/// All failures go to the debug log and return the stated failure value. A script that runs longer than
+/// `deadlineSeconds` at a time is stopped at its next statement and fails, so an endless loop does not hang the editor.
+/// A loop with no statement in its braces, such as `while (true) {}`, is not stopped.
 ///
-/// Not safe for use by two threads at once; serialised with the formatter that holds it.
+/// Not thread-safe; serialised with the formatter that owns it.
 class ScriptHook
 {
 public:
@@ -33,28 +33,28 @@ public:
     /// No script: nothing loaded, an empty path.
     ScriptHook();
 
-    /// Works out `path`, and creates the folder "scripts" beside the application if it is missing. Does not load.
+    /// Sets `path`, and creates the folder "scripts" beside the application if it is missing. Does not load.
     explicit ScriptHook(const QString &ruleText);
 
-    /// Takes `loaded`, `directory` and `path`, puts the announced fields back to their defaults and, if the source is
-    /// loaded, loads the file anew: engines are not copied.
+    /// Copies `loaded`, `directory` and `path` and resets the announced fields. Loads the file again if `other` is
+    /// loaded: engines are not copied.
     ScriptHook(const ScriptHook &other);
     ScriptHook &operator=(const ScriptHook &other);
 
-    /// Takes over `other` with its engine.
+    /// Takes `other` with its engine.
     ScriptHook(ScriptHook &&other) noexcept;
     ScriptHook &operator=(ScriptHook &&other) noexcept;
 
     ~ScriptHook();
 
-    /// True when the file exists now; the file system is asked at each call.
+    /// True when the file exists; each call reads the file system.
     bool exists() const;
 
-    /// Reads and evaluates the file, calls its `init` and reads the announced values. The result is whether all went
-    /// well. `loaded` is also left true by a script that throws while it is evaluated: what it defined before works.
+    /// Reads and evaluates the file, calls its `init` and reads the announced values. Returns true on success. `loaded`
+    /// is true also for a script that throws during evaluation: what it defined before works.
     bool load();
 
-    /// Puts the six announced fields back to their defaults.
+    /// Resets the six announced fields to their defaults.
     void reset();
 
     /// The script's number of a device address; -1 on failure or when not loaded.
@@ -67,15 +67,15 @@ public:
     /// loaded.
     QString convertToRegisterAddress(const QString &address) const;
 
-    /// Copies of `command`, all fields kept, with the addresses that the script gives for `count` and `step` (bit
-    /// positions), as many as it gives; empty on failure or when not loaded.
+    /// Copies of `command` with all fields, one for each address that the script returns for `count` and `step` (bit
+    /// positions); empty on failure or when not loaded.
     QList<CommunicatorCommand> makeBitContinueCommand(const CommunicatorCommand &command, int count, int step) const;
 
-    /// Engines made since the process began and engines alive now; for tests and benchmarks.
+    /// Engines made since process start, and engines alive; for tests and benchmarks.
     static int enginesMade();
     static int enginesAlive();
 
-    /// The file has been read and, as a rule, initialised; for reading, like all fields.
+    /// The file was read and normally initialised; for reading, like all fields.
     bool loaded = false;
     /// Copied along; nothing reads it.
     QDir directory;
@@ -88,7 +88,7 @@ public:
     bool needOptimize = false;
     /// Announced by the script: numbers must be aligned, and count bits.
     bool needAligment = false;
-    /// Announced by the script: what aligned numbers are multiples of.
+    /// Announced by the script: aligned numbers are multiples of it.
     int aligmentSize = 1;
     /// Announced by the script: bits can be reached through a register.
     bool canConvertToRegister = false;

@@ -8,10 +8,10 @@
 
 namespace label {
 
-/// The station id that stands for no station, everywhere.
+/// The station id for no station.
 constexpr int noStation = -1;
 
-/// True when the address holds a "-" and so a station.
+/// True when the address has a "-" and so a station.
 bool hasStation(const QString &address);
 
 /// The text before the first "-" as a decimal number, 0 if it is none; `noStation` without a "-".

@@ -9,7 +9,7 @@
 
 namespace label {
 
-/// `text` as a value of a statement: a null text is the empty one, where Qt would bind NULL, which equals nothing.
+/// `text` as a value of a statement. A null text becomes empty: Qt would bind it as NULL, which equals nothing.
 inline QVariant boundText(const QString &text)
 {
     return text.isNull() ? QVariant(QString(QLatin1String(""))) : QVariant(text);

@@ -30,7 +30,7 @@ LabelCache &customLabelCache()
     return cache;
 }
 
-/// Which drivers use their custom label, as the custom database told when it was first asked.
+/// The drivers that use their custom label, from the first reading of the custom database.
 struct CustomLabelUse
 {
     QMap<QString, bool> byDriver;
@@ -63,7 +63,7 @@ void loadCustomLabelUse(CustomLabelUse &use)
     }
 }
 
-/// Runs `statement` with `values` in its places, "?".
+/// Runs `statement` with `values` for its "?".
 bool runs(QSqlQuery &query, const QString &statement, const QVariantList &values)
 {
     if (!query.prepare(statement))
@@ -107,7 +107,7 @@ bool indexTables(QSqlQuery &query, const QString &name, const CustomTables &tabl
                 {driver, tables.general, tables.device});
 }
 
-/// The marker tells the step that failed.
+/// The marker names the failed step.
 bool failedAt(const char *operation, int marker)
 {
     qDebug() << operation << marker;

@@ -9,7 +9,7 @@
 namespace label {
 
 /// The tables of one driver's custom label in a custom database, and the statements that make them. Names that differ
-/// in blanks against underscores only share their tables.
+/// only in blanks and underscores share their tables.
 ///
 /// Not exported: programs of this project that link `zelmar_label_objects` use it.
 struct CustomTables
@@ -17,7 +17,7 @@ struct CustomTables
     explicit CustomTables(QString driver);
 
     /// False for a driver whose name makes no plain table names, such as one with a "-", "/" or quote: SQLite would
-    /// refuse the statements, or take a part of the name for one.
+    /// refuse the statements or run a part of the name.
     bool canBeCreated() const;
 
     /// Makes the table of all drivers.

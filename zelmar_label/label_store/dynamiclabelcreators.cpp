@@ -107,7 +107,7 @@ bool DF1Creator::create(const QString &address, DynamicLabelItem &item)
     if (found(counterBitPattern, address)) {
         item.pattern = filled("(%1)(\\d+/%2)", counterBitPattern.cap(1), counterBitPattern.cap(2));
         item.basePattern = QLatin1String("COUNTER_") + counterBitPattern.cap(2);
-        // What the last timer address left, mostly nothing: the editor shows the template's symbol either way.
+        // The last timer address set it, mostly to nothing: the editor shows the template's symbol anyway.
         item.prefixSymbol = timerBitPattern.cap(1);
         return true;
     }
@@ -142,7 +142,7 @@ bool DF1Creator::foresee(const QString &address, DynamicLabelItem &item)
 {
     const QString lastTimer = timerBitPattern.cap(0);
     const bool isRecognised = create(address, item);
-    // The expression takes whole addresses, so that what it found last it finds again, and nothing in nothing.
+    // The expression matches whole addresses, so it finds its last match again, and nothing in an empty text.
     timerBitPattern.indexIn(lastTimer);
     return isRecognised;
 }
@@ -202,7 +202,7 @@ bool LustBusCreator::create(const QString &address, DynamicLabelItem &item)
     }
     if (!found(itemPattern, address))
         return false;
-    // As typed: the set takes any case, the look-up of the template takes only the template's own.
+    // As typed: the set ignores case, the look-up of the template does not.
     const QString typeName = itemPattern.cap(2);
     if (typeNames.count(typeName) == 0)
         return false;

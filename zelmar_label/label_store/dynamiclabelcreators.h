@@ -13,11 +13,10 @@
 
 namespace label {
 
-/// The creator for a driver, chosen by the exact driver name; a `DefaultCreator` for any driver without a family of its
-/// own. The caller owns it.
+/// Returns the creator for the exact driver name; a `DefaultCreator` for a driver without families. The caller owns it.
 DynamicLabelCreatorInterface *createDynamicLabelCreator(const QString &driverName);
 
-/// Knows no family: refuses every address.
+/// Has no family: refuses every address.
 class DefaultCreator : public DynamicLabelCreatorInterface
 {
 public:
@@ -36,8 +35,8 @@ private:
     QRegExp bitPattern;
 };
 
-/// The data files 9 to 255: N9:5, N9:5/15, F9:5, B9:5, T9:5.ACC, T9:5/DN, C9:5.PRE, C9:5/CU and their like. Files below
-/// 9 are fixed rows of the drivers' tables.
+/// The data files 9 to 255: N9:5, N9:5/15, F9:5, B9:5, T9:5.ACC, T9:5/DN, C9:5.PRE, C9:5/CU and so on. Files below 9
+/// are fixed rows of the drivers' tables.
 class DF1Creator : public DynamicLabelCreatorInterface, public DiscreetCreator
 {
 public:
@@ -64,7 +63,7 @@ private:
     QRegExp modulePattern;
 };
 
-/// The parameters of a drive: USIGN16:3:9, USIGN16:3:9.15, STRING:3:0 and their like.
+/// The parameters of a drive: USIGN16:3:9, USIGN16:3:9.15, STRING:3:0 and so on.
 class LustBusCreator : public DynamicLabelCreatorInterface
 {
 public:

@@ -14,7 +14,7 @@ class QSqlDatabase;
 
 namespace label {
 
-/// Driver name to label. The labels are the store's; everybody else gets plain pointers.
+/// Driver name to label. The store owns the labels; callers get plain pointers.
 class LabelCache
 {
 public:
@@ -23,19 +23,18 @@ public:
 
     void insert(const QString &name, LabelInterface *label) { m_labels.insert(name, label); }
 
-    /// Gives back the label's storage and forgets it. An unknown name is ignored.
+    /// Frees the label's storage and forgets it. Ignores an unknown name.
     void free(const QString &name) { releaseStorage(m_labels.take(name)); }
 
-    /// Gives back the storage of all labels, in the order of their names, and keeps the stale pointers.
+    /// Frees the storage of all labels, in the order of their names, and keeps the stale pointers.
     void freeAll() const
     {
         for (LabelInterface *label : m_labels)
             releaseStorage(label);
     }
 
-    /// The label of driver `name`, read on the first call from the database that `open` opens; `finish` is called when
-    /// that is done. Null on failure, with the reason in `errorMessage`; nothing is kept then, and the connection stays
-    /// open.
+    /// The label of driver `name`. The first call reads it from the database that `open` opens, then calls `finish`.
+    /// Null on failure, with the reason in `errorMessage`; nothing is kept then, and the connection stays open.
     LabelInterface *findOrRead(const QString &name, QString &errorMessage, bool (*open)(QSqlDatabase &),
                                void (*finish)());
 

@@ -19,8 +19,8 @@ namespace label {
 
 namespace {
 
-/// The drivers of the connections that this file has registered, by the connection's name. Null once the connection was
-/// removed or replaced by another of its name.
+/// The drivers of the connections that this file registered, by the connection's name. Null after the connection was
+/// removed or replaced.
 std::map<QString, QPointer<QSqlDriver>> &ownDrivers()
 {
     static std::map<QString, QPointer<QSqlDriver>> drivers;
@@ -34,7 +34,7 @@ QString databasePath(const QString &fileName)
     return QFileInfo(folder, fileName).absoluteFilePath();
 }
 
-/// True for a connection that this file registered on another thread. Qt gives a connection to its own thread alone.
+/// True for a connection that this file registered on another thread. Qt allows a connection only in its own thread.
 bool isOwnOfOtherThread(const QString &name)
 {
     const QPointer<QSqlDriver> driver = ownDrivers()[name];

@@ -10,9 +10,9 @@ class QString;
 namespace label {
 
 /// Opens the SQLite file `name` of the folder "database" beside the application into `db`, as the Qt connection `name`.
-/// True at once when `db` is open. A registered connection of that name is used as it is; only one that this function
-/// registered on another thread is replaced by one of the calling thread. False, after a line in the debug log, when
-/// the file cannot be opened.
+/// Returns true at once when `db` is open. Uses a registered connection of that name unchanged; only replaces one that
+/// this function registered on another thread. When the file cannot be opened, writes a line to the debug log and
+/// returns false.
 bool openLabelDatabase(QSqlDatabase &db, const QString &name);
 
 } // namespace label

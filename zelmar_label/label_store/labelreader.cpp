@@ -28,7 +28,7 @@ struct TableNames
     QString device;
 };
 
-/// False with a message when the driver's tables cannot be told. Of several rows with the driver's name the last one
+/// False with a message when the driver's tables are not found. If several rows have the driver's name, the last one
 /// counts.
 bool findTables(QSqlQuery &query, const QString &name, TableNames &tables, QString &errorMessage)
 {
@@ -55,7 +55,7 @@ bool findTables(QSqlQuery &query, const QString &name, TableNames &tables, QStri
     return found;
 }
 
-/// A table that is missing reads as one without rows.
+/// A missing table reads as one without rows.
 void selectAll(QSqlQuery &query, const QString &table)
 {
     query.prepare(QStringLiteral("SELECT * FROM %1").arg(table));
@@ -76,7 +76,7 @@ void readLimits(QSqlQuery &query, const QString &table, LabelLoader &label)
     query.finish();
 }
 
-/// Where the columns of a device table stand; all but `continue` are required.
+/// The positions of the columns of a device table; all but `continue` are required.
 struct DeviceColumns
 {
     explicit DeviceColumns(const QSqlRecord &record)

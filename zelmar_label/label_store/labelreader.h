@@ -11,12 +11,12 @@ namespace label {
 
 class LabelLoader;
 
-/// Builds a label for driver `name` from the driver tables behind `db`, an open connection of the calling thread, whose
-/// file may lie anywhere. Scripts are looked for beside the application all the same. The connection stays open.
+/// Builds a label for driver `name` from the driver tables of `db`, an open connection of the calling thread. Its file
+/// may be anywhere, but scripts are always beside the application. The connection stays open.
 ///
-/// The label is the caller's, to be deleted as a `LabelLoader`. Null on failure, with the reason in `errorMessage`,
-/// which is untouched otherwise. A general or device table that is missing gives a label without limits or rows, in
-/// silence, and so does a device table that lacks a column.
+/// The caller owns the label and deletes it as a `LabelLoader`. Null on failure, with the reason in `errorMessage`,
+/// which is unchanged otherwise. A missing general or device table gives a label without limits or rows, without a
+/// message; so does a device table without a required column.
 ///
 /// Not exported: programs of this project that link `zelmar_label_objects` use it.
 LabelLoader *readLabel(const QSqlDatabase &db, const QString &name, QString &errorMessage);

@@ -119,7 +119,7 @@ private:
         CommunicatorCommand command;
         command.address = address();
         command.dataType = CommunicatorCommand::Bit;
-        // Asked for a number that cannot be read, the row would complain in the log.
+        // For an unreadable number the row would write to the log.
         if (row.canConvertRegisterCommand() && row.getAddresRangePart(address()) >= 0)
             m_offers.append(row.convertToRegisterAddress(command));
     }

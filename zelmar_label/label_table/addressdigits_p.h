@@ -8,16 +8,16 @@
 
 namespace label {
 
-/// A number as a person writes it: in capitals.
+/// A number in an address, in capitals.
 QString numberInAddress(int number, int radix);
 
-/// True for ASCII digits of the radix; false for a radix that is none.
+/// True for ASCII digits of the radix; false for an invalid radix.
 bool isDigit(QChar character, int radix);
 
-/// As above for all of a text, which is not empty.
+/// As above for every character of a text that is not empty.
 bool areDigits(const QString &text, int radix);
 
-/// The last digit stays, if it is a zero.
+/// The last digit stays, even a zero.
 QString withoutLeadingZeros(const QString &digits);
 
 } // namespace label

@@ -15,11 +15,11 @@ namespace label {
 
 class LabelLoader;
 
-/// Answers what a label would, without letting it grow.
+/// Gives a label's answers without adding rows.
 class AddressJudge
 {
 public:
-    /// `loader` may be null: then there are no dynamic families. Both have to outlive the judge, unchanged.
+    /// `loader` may be null: then there are no dynamic families. Both must outlive the judge, unchanged.
     AddressJudge(const CommandInformationTalbe &table, const LabelLoader *loader)
         : m_table(table)
         , m_loader(loader)
@@ -33,18 +33,18 @@ public:
     struct NewMember
     {
         int templateIndex;
-        const CommandFormatter *row; ///< until the next question about a new member
+        const CommandFormatter *row; ///< valid until the next query for a new member
     };
     std::optional<NewMember> newMember(const QString &address);
 
-    /// True when the label accepts the address in earnest: it is no family's name, and a new member of a family is of
-    /// the type and within the limits.
+    /// True when the label really accepts the address: it is no family's name, and a new member of a family has the
+    /// type and is within the limits.
     bool accepts(const QString &address, int type);
 
 private:
     const CommandInformationTalbe &m_table;
     const LabelLoader *m_loader;
-    /// Copying a row may load a script, so that each template is copied once.
+    /// Copying a row may load a script, so each template is copied once.
     std::map<int, CommandFormatter> m_copies;
 };
 

@@ -14,7 +14,7 @@ namespace label {
 
 namespace {
 
-// What slips cost.
+// The costs of typing errors.
 constexpr int costOfCase = 1;
 constexpr int costOfBlank = 1;
 constexpr int costOfZeros = 1;
@@ -38,7 +38,7 @@ QChar inOtherCase(QChar character)
     return character.isUpper() ? character.toLower() : character.toUpper();
 }
 
-/// Follows a text along a row and, where it leaves the row, tries what may have been meant there, the likeliest first.
+/// Matches a text with a row and, where it leaves the row, tries corrections, the most likely first.
 class Repairer
 {
 public:
@@ -54,7 +54,7 @@ public:
         if (m_row.isDeviceAddressValid(shorter))
             found({shorter, costOfZeros});
         push(QString(), 0, 0);
-        // So many steps find what a person may have meant; more would be guessing.
+        // This many steps find likely corrections; more would be guesses.
         constexpr int mostSteps = 24;
         constexpr int mostRepairs = 2;
         for (int step = 0; step < mostSteps && !m_open.empty() && m_found.size() < mostRepairs; ++step) {
@@ -79,7 +79,7 @@ private:
         }
     };
 
-    /// The text without the zeros that lead the number around the place where it leaves the row.
+    /// The text without the leading zeros of the number at the position where it leaves the row.
     QString withoutZerosAt(int place) const
     {
         int start = place;
@@ -152,7 +152,7 @@ private:
                 pushIfPossible(built + QLatin1Char(separator), next, cost + costOfMissingSeparator);
         }
         const bool isBeforeDigit = next + 1 < m_text.size() && m_text.at(next + 1).isDigit();
-        // Two numbers are not meant for one.
+        // Two numbers are not joined into one.
         if (!isDivider || !isBeforeDigit || built.isEmpty() || !built.back().isDigit())
             push(built, next + 1, cost + costOfExtraCharacter);
         if (!isDivider && !isBeforeDigit)
@@ -160,14 +160,14 @@ private:
         push(built, m_text.size(), cost + costOfExtraEnd);
     }
 
-    /// True for a letter with letters behind it that are no digits either: "TIM5" has no 1 in it.
+    /// True for a letter followed by a letter that does not look like a digit: "TIM5" has no 1 in it.
     bool isInWord(int place) const
     {
         return m_text.at(place).isLetter() && place + 1 < m_text.size() && m_text.at(place + 1).isLetter() &&
                lookAlikes(m_text.at(place + 1)).isEmpty();
     }
 
-    /// The digits that the row can have in place of the one there, nearest first; of two as near the lower first.
+    /// The digits that the row allows instead of this one, nearest first; of two equally near, the lower first.
     QString digitsNear(QChar digit, const QString &front) const
     {
         QString near;
@@ -190,7 +190,7 @@ private:
             push(built + near.at(0), next + 1, cost + costOfWrongDigit);
     }
 
-    /// Of a text that could go on, the same with another last digit: an even number for an odd one.
+    /// A text that can continue, with another last digit: an even number for an odd one.
     void findOtherLastDigit(const QString &built, int cost)
     {
         if (built.isEmpty() || !isAsciiDigit(built.back()) || cost + costOfWrongDigit > mostCost)
@@ -209,7 +209,7 @@ private:
         findOtherLastDigit(built, cost);
         for (const char separator : {'.', ':', '/', '\\'})
             pushIfPossible(built + QLatin1Char(separator), next, cost + costOfMissingDigit);
-        // Where numbers begin at 1.
+        // For numbers from 1.
         constexpr int costOfOne = costOfMissingDigit + muchUnlikelier + 1;
         pushIfPossible(built + QLatin1Char('0'), next, cost + costOfMissingDigit);
         pushIfPossible(built + QLatin1Char('1'), next, cost + costOfOne);
@@ -222,7 +222,7 @@ private:
     int m_order = 0;
 };
 
-/// What it costs to take the first `size` characters of `text` for `symbol`; 0 when that takes more than one slip.
+/// The cost of reading the first `size` characters of `text` as `symbol`; 0 for more than one typing error.
 int costOfSymbol(const QString &text, int size, const QString &symbol)
 {
     int same = 0;
@@ -238,12 +238,12 @@ int costOfSymbol(const QString &text, int size, const QString &symbol)
         return costOfTransposition;
     if (size == symbol.size() + 1 && tailEquals(same + 1, same))
         return costOfExtraCharacter;
-    // Of a symbol of one letter nothing would be left.
+    // A symbol of one letter would leave nothing.
     if (symbol.size() < 2)
         return 0;
     if (size == symbol.size() - 1 && tailEquals(same, same + 1))
         return costOfExtraCharacter;
-    // A digit is the number's already.
+    // A digit belongs to the number.
     const bool isLetterWrong = same < size && !text.at(same).isDigit();
     return isLetterWrong && size == symbol.size() && tailEquals(same + 1, same + 1) ? costOfWrongCharacter : 0;
 }

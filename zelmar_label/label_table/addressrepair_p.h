@@ -11,7 +11,7 @@ namespace label {
 
 class CommandFormatter;
 
-/// A text that a row accepts, and what it costs to get there from another: the less, the likelier it was meant.
+/// A text that a row accepts, and the cost of changing another text into it: the lower, the more likely.
 struct Repair
 {
     QString address;
@@ -20,28 +20,28 @@ struct Repair
 
 constexpr int costOfWrongCharacter = 8;
 
-/// Beside a likely slip those are noise that cost so much more.
+/// Corrections that cost this much more than a likely one are dropped.
 constexpr int muchUnlikelier = 3;
 
-/// Addresses of the row that few likely slips lead away from, at most two, the likeliest first.
+/// Addresses of the row within a few likely typing errors, at most two, the most likely first.
 QList<Repair> repaired(const CommandFormatter &row, const QString &deviceAddress);
 
-/// The text with the row's symbol in place of what may be that symbol with one slip in it. Whether such addresses are
-/// accepted is not asked.
+/// The text with the row's symbol instead of a symbol with one typing error. Does not test whether these addresses are
+/// accepted.
 QList<Repair> withNearSymbol(const CommandFormatter &row, const QString &deviceAddress);
 
-/// The text with its last word exchanged for the one that the row's example has there; an empty address when the row
-/// does not accept that.
+/// The text with its last word replaced by the one in the row's example; an empty address when the row does not accept
+/// it.
 Repair withLastWord(const CommandFormatter &row, const QString &deviceAddress);
 
-/// True for costs of slips that are likelier than one in the symbol.
+/// True for costs of typing errors that are more likely than one in the symbol.
 bool isLikelySlip(int cost);
 
-/// An address of the row that continues a text which ends too soon, like the row's example; empty when there is none.
+/// An address of the row that completes a text like the row's example; empty when there is none.
 QString completed(const CommandFormatter &row, const QString &deviceAddress);
 
-/// `example` with the numbers of `deviceAddress` in the place of its own, the first to the first, and its own where
-/// there are no more; empty where there are too many.
+/// `example` with its numbers replaced in order by those of `deviceAddress`; it keeps its own if there are fewer. Empty
+/// if there are more.
 QString withNumbersOf(const QString &deviceAddress, const QString &example);
 
 } // namespace label

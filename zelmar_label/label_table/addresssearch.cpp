@@ -41,7 +41,7 @@ void AddressSearch::visit(int index)
     const int symbol = symbolSize(row.prefixSymbol());
     const int bestScore = std::max(possible, symbol);
     const bool isKept = m_candidates.size() < mostCandidates || bestScore > m_candidates.back().score;
-    // Beside a row that matches, only others that do come into question.
+    // If a row matches, only other matching rows count.
     const int needed = isMatched() ? m_reach : 1;
     if (bestScore < needed || (!isKept && possible <= m_reach) || isFamilyTemplate(row))
         return;

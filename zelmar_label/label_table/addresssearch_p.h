@@ -12,16 +12,16 @@ namespace label {
 
 class CommandInformationTalbe;
 
-/// The rows that come nearest to a device address that no row of the asked type accepts.
+/// The rows nearest to a device address that no row of the type accepts.
 class AddressSearch
 {
 public:
     AddressSearch(const CommandInformationTalbe &table, const QString &deviceAddress, int type);
 
-    /// The row that the text follows furthest, the first of equals; -1 when it follows none for a single character.
+    /// The row that the text matches furthest, the first of equals; -1 when it matches no character of any.
     int nearest() const { return m_nearest; }
 
-    /// How far that is: a number of characters, one more than all of them when the row matches.
+    /// The number of matched characters; the text's size plus one when the row matches.
     int reach() const { return m_reach; }
     bool isMatched() const { return m_reach > m_address.size(); }
 
@@ -34,8 +34,8 @@ public:
         int reach;
         int score;
     };
-    /// Some of the rows, nearest first, that the text follows or whose symbol it begins with, letter case, blanks
-    /// and wide letters left aside.
+    /// Some rows, nearest first, that the text matches in part or whose symbol it begins with, ignoring letter case,
+    /// blanks and wide letters.
     const std::vector<Candidate> &candidates() const { return m_candidates; }
 
 private:

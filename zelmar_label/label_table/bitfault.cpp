@@ -12,7 +12,7 @@ namespace label {
 
 namespace {
 
-/// A device address taken apart in front of its bit.
+/// A device address split before its bit.
 struct BitPlace
 {
     QString front;
@@ -28,7 +28,7 @@ struct BitPlace
             const int at = address.lastIndexOf(rule.splitString(), -1, Qt::CaseInsensitive);
             front = at < 0 ? QString() : address.left(at + rule.splitString().size());
         } else {
-            // A script's bits stand behind the last separator.
+            // A script's bits are after the last separator.
             int end = address.size();
             while (end > 0 && address.at(end - 1).isLetterOrNumber())
                 --end;

@@ -17,7 +17,7 @@ bool isOneOf(QChar character, const char *set)
 
 constexpr ushort beyondAscii = 128;
 
-/// The ASCII character that this one looks like; a null character if there is none.
+/// The similar ASCII character; a null character if there is none.
 QChar asciiForm(QChar character)
 {
     if (character.unicode() < beyondAscii)
@@ -119,7 +119,7 @@ void nameSlip(const QString &deviceAddress, const QString &meant, AddressDiagnos
         return setSlip(diagnosis, Slip::MissingSeparator, at, QString(), other);
     if (written.isEmpty())
         return;
-    // The first of them tells the slip; more of its kind may follow.
+    // The first one determines the slip; more of its kind may follow.
     if (asciiForm(written.at(0)) == other.at(0) && !other.at(0).isNull())
         return setSlip(diagnosis, Slip::NotAscii, at, written, other);
     if (lookAlikes(written.at(0)).contains(other) && deviceAddress.size() == meant.size())

@@ -10,25 +10,23 @@
 
 namespace label {
 
-/// True for characters that divide addresses: point, colon, strokes, and the comma that is taken for a point.
+/// True for separators in addresses: point, colon, slashes, and the comma, which is read as a point.
 bool isSeparator(QChar character);
 
 bool isBlank(QChar character);
 QString withoutBlanks(const QString &text);
 
-/// The characters that this one is taken for: 0 for O, O for 0, 1 for l and I, an ASCII character for its wide form.
+/// The characters that this one may mean: 0 for O, O for 0, 1 for l and I, an ASCII character for its wide form.
 QString lookAlikes(QChar character);
 
-/// `deviceAddress` with digits for the letters that look like them, beside digits and before separators: 0 for O, 1 for
-/// l and I.
+/// `deviceAddress` with digits for similar letters next to digits and before separators: 0 for O, 1 for l and I.
 QString withoutDigitLetters(const QString &deviceAddress);
 
-/// `text` with ASCII characters in the place of their wide and other forms ("４" for "4"), and of other scripts'
-/// digits; all else stays.
+/// `text` with ASCII characters instead of their wide and other forms ("４" for "4") and of digits of other scripts.
 QString toAscii(const QString &text);
 
-/// The slip that makes the difference between `deviceAddress` and `meant`, if it has a name, with its place and its
-/// characters; else nothing is changed.
+/// Sets the slip between `deviceAddress` and `meant`, with its position and characters; changes nothing for an unknown
+/// slip.
 void nameSlip(const QString &deviceAddress, const QString &meant, AddressDiagnosis &diagnosis);
 
 } // namespace label

@@ -13,7 +13,7 @@ namespace label {
 
 class CommandFormatter;
 
-/// A group of formatters under one size, which it does not own: they must outlive it.
+/// A group of formatters with one size. It does not own them: they must outlive it.
 class ZELMAR_LABEL_EXPORT CommandInformationItem
 {
 public:
@@ -29,18 +29,18 @@ public:
     /// Number of formatters in the group.
     int countCommands() const;
 
-    /// Appends `formatter`, which stays the caller's. A null pointer is ignored.
+    /// Appends `formatter`; the caller keeps ownership. Ignores a null pointer.
     void addCommandFormatter(CommandFormatter *formatter);
 
     QList<CommandFormatter *> commandFormatters() const;
 
-    /// True when some formatter has exactly this row type.
+    /// True when a formatter has exactly this row type.
     bool hasType(int type) const;
 
-    /// True when some formatter accepts the address, which may carry a station.
+    /// True when a formatter accepts the address, with or without station.
     bool isValid(const QString &address) const;
 
-    /// Always true: the group knows no block rule.
+    /// Always true: the group has no block rule.
     bool isBlockValid(const QString &address, int length) const;
 
 private:

@@ -80,7 +80,7 @@ int CommandInformationTalbe::getFirstMatchedAddressIndex(const QString &address,
     const QString body = deviceAddress(address);
     for (int index = 0; index < m_formatters.size(); ++index) {
         const CommandFormatter &row = m_formatters.at(index);
-        // In this order: a row of the other class still reports limits that it cannot read.
+        // In this order: a row of the other class still reports unreadable limits.
         if (row.isDeviceAddressValid(body) && passesTypeFilter(row.type(), type))
             return index;
     }

@@ -14,22 +14,22 @@
 
 namespace label {
 
-/// The address formats of one device, in the order in which they are tried.
+/// The address formats of one device, in the order of matching.
 ///
-/// A row's position, from 0, is its *type index*. It never changes: rows are only appended. Of several rows that accept
-/// an address, the lowest type index wins.
+/// A row's position, from 0, is its *type index*. It never changes: rows are only appended. If several rows accept an
+/// address, the lowest type index wins.
 ///
-/// Arguments named `type` of lookups are a type filter: -1 any row, 0 bit rows, any other value every register row
-/// (`passesTypeFilter`). A type index outside the table is answered with the stated value; nothing fails by exception.
+/// The argument `type` of a lookup is a type filter: -1 any row, 0 bit rows, any other value every register row
+/// (`passesTypeFilter`). A type index outside the table returns the stated value; nothing throws.
 ///
-/// A value; copies share their rows until one of them is written to. Not safe for use by two threads at once.
+/// A value; copies share their rows until one of them changes. Not thread-safe.
 class ZELMAR_LABEL_EXPORT CommandInformationTalbe
 {
 public:
     /// Appends a copy of `formatter`; its type index is the old number of rows.
     void addCommandFormatter(const CommandFormatter &formatter);
 
-    /// As above, without a copy: a script that `formatter` has loaded is not loaded again.
+    /// As above, without a copy: a loaded script of `formatter` is not loaded again.
     void addCommandFormatter(CommandFormatter &&formatter);
 
     /// Number of rows.
@@ -40,7 +40,7 @@ public:
 
     /// \name Finding rows
     ///@{
-    /// The first row that accepts `address`, which may carry a station, and passes the filter; -1 if there is none.
+    /// The first row that accepts `address`, with or without station, and passes the filter; -1 if there is none.
     int getFirstMatchedAddressIndex(const QString &address, int type) const;
 
     /// All rows, ascending, that accept `address` or could after further typing, and pass the filter.
@@ -49,11 +49,11 @@ public:
     /// All rows, ascending, whose prefix symbol is exactly `symbol`, and which pass the filter.
     QList<int> getAllMatchedSymbo(const QString &symbol, int type) const;
 
-    /// The `catch_table` text of the row that `getFirstMatchedAddressIndex` gives; empty if there is none.
+    /// The `catch_table` text of the row that `getFirstMatchedAddressIndex` returns; empty if there is none.
     QString getCatchTableName(const QString &address, int type) const;
 
-    /// The first row whose pattern text is exactly `pattern`; -1 if there is none. Dynamic families find their template
-    /// so.
+    /// The first row whose pattern text is exactly `pattern`; -1 if there is none. Finds the templates of dynamic
+    /// families.
     int getFormatterIndexByPattern(const QString &pattern) const;
 
     /// A copy of the row, a default-built formatter for an index outside the table.
@@ -82,7 +82,8 @@ public:
     ///@}
 
     /// \name Questions to one row
-    /// In brackets the answer for an index outside the table; those marked * write a line to the debug log besides.
+    /// The value in brackets is returned for an index outside the table; those marked * also write a line to the debug
+    /// log.
     ///@{
     int datatype(int typeIndex) const;                             ///< its type [-1*]
     int blocksize(int typeIndex) const;                            ///< its largest block, in units [-1*]
@@ -115,21 +116,21 @@ public:
     QList<CommunicatorCommand> makeContinueCommandwithCap(int typeIndex, const CommunicatorCommand &command, int count,
                                                           int cap, bool checkRange) const;
 
-    /// The run of `length` numbers from `start` on, cut into block commands no larger than the row's block size.
-    /// `start` and `length` are in the row's numbers (bits, on a row that `isTypeNeedAlignmentByte`); the blocks'
-    /// lengths are in units. `stationId` -1: none. Empty for a length of 0 or below, for a row whose block size is not
-    /// positive, and, with a debug line, for an index outside the table.
+    /// Cuts `length` numbers from `start` into block commands no larger than the row's block size. `start` and `length`
+    /// are in the row's numbers (bits if `isTypeNeedAlignmentByte`); block lengths are in units. `stationId` -1: none.
+    /// Empty for a length of 0 or below, for a row whose block size is not positive, and, with a debug line, for an
+    /// index outside the table.
     QList<CommunicatorCommand> makeBlockCommand(int stationId, int typeIndex, int start, int length) const;
 
     /// The run as one command of any length. On a row whose numbers count bits, `length` is first padded to the next
-    /// aligned number, a whole group more where it is aligned already. The null command, with a debug line, for an
-    /// index outside the table.
+    /// aligned number; an aligned one grows by a whole group. The null command, with a debug line, for an index outside
+    /// the table.
     CommunicatorCommand makeBlockCommandWithoutSizeLimit(int stationId, int typeIndex, int start, int length) const;
 
     /// The register command, of length 1 and scan time 1, that holds the bit of `command`; the null command, with a
     /// debug line that says why, when `command` is no bit command, no bit row accepts it, no register row accepts the
     /// converted address, or the register is too narrow. `typeIndex` becomes the register's row and `convertedAddress`
-    /// its address; on failure they keep what they have been set to so far.
+    /// its address; after a failure they may be set or not.
     CommunicatorCommand convertBitCommandToRegisterCommand(const CommunicatorCommand &command, int &typeIndex,
                                                            QString &convertedAddress) const;
     ///@}

@@ -21,7 +21,7 @@ int unitsOfBits(int bits, int unitBytes)
     return unitBytes <= 0 ? 0 : static_cast<int>(std::ceil(bits / (unitBytes * 8.0)));
 }
 
-/// The next multiple of `alignment` above `length`: a length that is one already grows by a whole group.
+/// The next multiple of `alignment` above `length`: a multiple itself grows by a whole group.
 int paddedLength(int length, int alignment)
 {
     return wrappingSum(length, alignment - length % alignment);
@@ -78,7 +78,7 @@ QList<CommunicatorCommand> CommandInformationTalbe::makeBlockCommand(int station
     const qint64 limit =
         countsBits ? qBound<qint64>(0, qint64(units) * size, std::numeric_limits<int>::max()) * 8 : units;
     QList<CommunicatorCommand> blocks;
-    // Without room for a single number the run would never shrink.
+    // Without room for one number the loop would never end.
     if (limit <= 0)
         return blocks;
     while (length > 0) {

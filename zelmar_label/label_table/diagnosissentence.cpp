@@ -13,7 +13,7 @@ namespace {
 using Kind = AddressDiagnosis::Kind;
 using Slip = AddressDiagnosis::Slip;
 
-/// The words for one diagnosis. Sentences are whole, so that each language orders them as it likes.
+/// The text of one diagnosis. Sentences are whole, because word order depends on the language.
 class Words
 {
     Q_DECLARE_TR_FUNCTIONS(AddressDiagnosis)
@@ -229,7 +229,7 @@ private:
         return alternatives(parts);
     }
 
-    /// Takes "0" to "9" and the like out of `characters` and names them.
+    /// Removes "0" to "9" and the like from `characters` and names them.
     static QStringList takeDigits(QString &characters)
     {
         const auto take = [&characters](const QString &set) {

@@ -17,14 +17,14 @@ struct DynamicLabelItem
 };
 
 /// Recognises address families that are too large for a table: every data block, every data file. It only decides and
-/// describes; the `LabelLoader` that owns it clones and appends the row.
+/// describes; its owner, the `LabelLoader`, clones and appends the row.
 ///
-/// The destructor is not virtual: a loader gives back a creator's own storage and does not run its destructor.
+/// The destructor is not virtual: a loader frees a creator's own storage and does not run its destructor.
 class DynamicLabelCreatorInterface
 {
 public:
-    /// True when `address`, without a station, belongs to a family that this creator knows; `item` then tells the row
-    /// to clone. On false the contents of `item` are not to be used. Not for two threads at once.
+    /// Returns true when `address`, without a station, belongs to a family of this creator; `item` then describes the
+    /// row to clone. On false, do not use `item`. Not thread-safe.
     virtual bool create(const QString &address, DynamicLabelItem &item) = 0;
 };
 

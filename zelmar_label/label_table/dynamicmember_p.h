@@ -17,23 +17,23 @@ struct DynamicMember
     int templateIndex = -1;
     DynamicLabelItem item;
 
-    /// Makes the member's row of a copy of the template row.
+    /// Turns a copy of the template row into the member's row.
     void shape(CommandFormatter &row) const;
 };
 
-/// A creator whose answers depend on what it was asked before: it can be asked so that later answers do not change.
+/// A creator whose answers depend on earlier calls; `foresee` does not change later answers.
 class DiscreetCreator
 {
 public:
-    /// As `create` would answer now.
+    /// The answer that `create` would give now.
     virtual bool foresee(const QString &address, DynamicLabelItem &item) = 0;
 
 protected:
     ~DiscreetCreator() = default;
 };
 
-/// What the creator would answer, left as it was. A creator that is no `DiscreetCreator` is taken for one that keeps
-/// nothing between calls, and is asked.
+/// The creator's answer, without changing the creator. One that is no `DiscreetCreator` is assumed to keep nothing
+/// between calls; its `create` is called.
 bool foresee(DynamicLabelCreatorInterface &creator, const QString &address, DynamicLabelItem &item);
 
 } // namespace label

@@ -20,7 +20,7 @@ namespace {
 
 using Kind = AddressDiagnosis::Kind;
 
-/// The text with "0" for each number, in capitals: what is left of it when numbers do not count.
+/// The text with "0" for each number, in capitals, to compare texts without their numbers.
 QString shape(const QString &address)
 {
     QString shape;
@@ -42,7 +42,7 @@ QString withoutSeparators(const QString &shape)
     return letters;
 }
 
-/// How far two texts go together; most when they do throughout.
+/// How far two texts agree; highest when they are equal.
 int commonFront(const QString &left, const QString &right)
 {
     if (left == right)
@@ -54,7 +54,7 @@ int commonFront(const QString &left, const QString &right)
     return same;
 }
 
-/// How much an address and an example have in common when their numbers do not count, with separators and without.
+/// How similar an address and an example are without their numbers, with separators and without.
 int likeness(const QString &address, const QString &example)
 {
     const QString left = shape(address);
@@ -62,8 +62,7 @@ int likeness(const QString &address, const QString &example)
     return commonFront(left, right) + commonFront(withoutSeparators(left), withoutSeparators(right));
 }
 
-/// The characters at the end that both have when numbers do not count: of "DB1.DW2" and "DB1.DBW4" the "W" and the
-/// number.
+/// The common characters at the end, whatever the numbers: for "DB1.DW2" and "DB1.DBW4" the "W" and the number.
 int commonTail(const QString &address, const QString &example)
 {
     const QString left = shape(address);
@@ -79,7 +78,7 @@ struct Family
 {
     int row;
     int likeness;
-    /// Of families that are as like.
+    /// Among equally similar families.
     int tail;
 
     bool operator<(const Family &other) const
@@ -88,8 +87,8 @@ struct Family
     }
 };
 
-/// True when the text leaves its nearest row in the concrete prefix of a family's member: that this member happens to
-/// be known says nothing about the text.
+/// True when the text leaves its nearest row in the concrete prefix of a family's member: such a row says nothing about
+/// the text.
 bool isInMemberPrefix(const AddressJudge &judge, const AddressSearch &search)
 {
     if (search.nearest() < 0)
@@ -98,8 +97,7 @@ bool isInMemberPrefix(const AddressJudge &judge, const AddressSearch &search)
     return search.reach() < row.prefixSymbol().size() && row.getEditorUsedPrefixsymbol() != row.prefixSymbol();
 }
 
-/// The families with the symbol that the text begins with, those that it is most like first, as far as `reach` does not
-/// go beyond the symbol.
+/// The families whose symbol the text begins with, the most similar first, if `reach` does not go beyond the symbol.
 std::vector<Family> familiesOf(const AddressJudge &judge, int reach, const QString &address, int type)
 {
     std::vector<Family> families;
@@ -140,7 +138,7 @@ std::vector<NumberPlace> numberPlaces(const QString &text)
     return places;
 }
 
-/// One number of a family's address, and the numbers that the family has in its place.
+/// One number of a family's address, and the family's numbers at its position.
 class NumberProbe
 {
 public:
@@ -162,7 +160,7 @@ public:
         return m_text.left(m_place.start) + QString::number(number) + m_text.mid(m_place.start + m_place.size);
     }
 
-    /// The number nearest to the text's own that is accepted, on the way to `good`; -1 when not even that is.
+    /// The accepted number nearest to the text's own, towards `good`; -1 when `good` is not accepted either.
     qint64 nearest(qint64 good) const
     {
         if (good == m_number || !isAccepted(good))
@@ -185,7 +183,7 @@ private:
     qint64 m_number;
 };
 
-/// Finds which number of `text`, spelled like the family's example, is the one that the family does not have.
+/// Finds the number of `text`, written like the family's example, that the family does not have.
 void explainNumber(AddressJudge &judge, const QString &text, const QString &example, AddressDiagnosis &diagnosis,
                    QStringList &offers)
 {
@@ -197,7 +195,7 @@ void explainNumber(AddressJudge &judge, const QString &text, const QString &exam
         if (limit < 0)
             continue;
         offers.append(probe.with(limit));
-        // A text that is wrong elsewhere, too, is wrong there first.
+        // If the text is also wrong elsewhere, that fault comes first.
         if (text != diagnosis.address)
             return;
         const int start = own[index].start;
@@ -213,13 +211,13 @@ void explainNumber(AddressJudge &judge, const QString &text, const QString &exam
     }
 }
 
-/// The text, spelled like the examples of the families that it is most like.
+/// The text, written like the examples of the most similar families.
 void offerMembers(const AddressJudge &judge, const std::vector<Family> &families, const QString &text,
                   QStringList &offers)
 {
     constexpr std::size_t mostFamilies = 3;
     for (std::size_t index = 0; index < families.size() && index < mostFamilies; ++index) {
-        // One that is much less alike was not meant.
+        // A much less similar one is not offered.
         constexpr int muchLess = 2;
         if (!offers.isEmpty() && families[index].likeness + muchLess < families.front().likeness)
             break;

@@ -11,11 +11,11 @@ namespace label {
 class AddressJudge;
 class AddressSearch;
 
-/// The text begins with the symbol of a dynamic family, and no row goes further into it than that. Fills in the
-/// diagnosis but for the row's own texts, and offers addresses of the family.
+/// Handles a text that begins with the symbol of a dynamic family and matches no row further. Fills in the diagnosis
+/// except the row's own texts, and offers addresses of the family.
 bool explainFamily(AddressJudge &judge, const AddressSearch &search, AddressDiagnosis &diagnosis, QStringList &offers);
 
-/// Offers addresses of the families with the symbol that the text begins with, however far rows go into it.
+/// Offers addresses of the families whose symbol the text begins with, however far rows match it.
 void offerFamilyMembers(AddressJudge &judge, const QString &address, int type, QStringList &offers);
 
 } // namespace label

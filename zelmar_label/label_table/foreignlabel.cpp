@@ -43,8 +43,8 @@ public:
     }
 
 private:
-    /// The first row of the type that accepts the text. A label tells whether any row does, and which rows could; of
-    /// those it is one that finds its number in the text, or the first if they are all there are.
+    /// The first row of the type that accepts the text. A label returns whether any row does, and which rows could;
+    /// take one that finds its number in the text, else the first.
     int acceptingRow(const QString &text, int type) const
     {
         QString prefix;
@@ -83,7 +83,7 @@ private:
         for (const int row : qAsConst(rows)) {
             if (!hasNumber(row, address))
                 continue;
-            // The text is whole as far as can be seen, so that it is the number.
+            // The text seems complete, so the number is the fault.
             of(Kind::NumberRefused, row);
             m_result.number =
                 QString::number(m_label.addressRange(row, address), qBound(2, m_result.radix, 36)).toUpper();
@@ -110,7 +110,7 @@ private:
         return m_label.getAllMatchedIndex(deviceAddress, m_result.type);
     }
 
-    /// Slips that can be undone without knowing the row.
+    /// Typing errors that can be corrected without the row.
     void suggest()
     {
         constexpr int mostSuggestions = 5;

@@ -8,7 +8,7 @@
 
 namespace label {
 
-/// Diagnoses an address by the questions to a label that add no rows.
+/// Diagnoses an address with those calls of a label that add no rows.
 AddressDiagnosis diagnoseForeignLabel(LabelInterface &label, const QString &address, int type);
 
 } // namespace label

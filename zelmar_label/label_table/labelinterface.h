@@ -14,21 +14,21 @@
 
 namespace label {
 
-/// One device's address grammar, as tags and widgets see it. Get one from `createLabel`.
+/// The address grammar of one device, for tags and widgets. Get one from `createLabel`.
 ///
 /// Terms. A *type index* is the position of a row (an address format) in the device's table, from 0, stable for the
-/// life of the label. An argument named `type` of a lookup is a filter: -1 any row, 0 bit rows, any other value every
-/// register row. A *device address* carries no station. -1 stands for no row, no number, no bit and no station. The
-/// *null command* is a default `CommunicatorCommand`, address "S>NULL".
+/// life of the label. The argument `type` of a lookup is a filter: -1 any row, 0 bit rows, any other value every
+/// register row. A *device address* has no station. -1 means no row, no number, no bit or no station. The *null
+/// command* is a default `CommunicatorCommand`, address "S>NULL".
 ///
-/// Nothing fails by exception. A type index outside the table gives the failure value stated, and mostly a line in the
+/// Nothing throws. A type index outside the table returns the stated failure value and mostly writes a line to the
 /// debug log.
 ///
-/// Labels belong to the store that made them; everybody else holds plain pointers. The destructor is not virtual: never
-/// delete a label, call `freeLabel`.
+/// The store that made a label owns it; callers hold plain pointers. The destructor is not virtual: never delete a
+/// label, call `freeLabel`.
 ///
-/// Not safe for two threads at once; `addressValidation` and `convertBitCommandToRegisterCommand` even add rows.
-/// Callers that share a label serialise all calls.
+/// Not thread-safe; `addressValidation` and `convertBitCommandToRegisterCommand` even add rows. Callers that share a
+/// label serialise all calls.
 class ZELMAR_LABEL_EXPORT LabelInterface
 {
 public:
@@ -50,14 +50,14 @@ public:
     /// The number in a device address of the row; -1 when there is none, and for a wrong index.
     virtual int addressRange(int typeIndex, const QString &address) = 0;
 
-    /// Splits an address, which may carry a station, into the symbol and the text beside it as an editor shows them.
-    /// False, and both texts untouched, when no row accepts the address. Adds no rows: an address of a dynamic family
-    /// is known only after `addressValidation`.
+    /// Splits an address, with or without station, into the symbol and the text after it as an editor shows them.
+    /// Returns false and leaves both texts when no row accepts the address. Adds no rows: an address of a dynamic
+    /// family is known only after `addressValidation`.
     virtual bool parseAddress(const QString &address, QString &prefix, QString &range) = 0;
 
-    /// The type index of the first row that accepts `address`; -1 when it is not valid. An address of a dynamic family
-    /// whose prefix no row knows yet gets a row of its own, at the end of the table; its number is not held against the
-    /// limits by this first call. A family is recognised only in a device address.
+    /// The type index of the first row that accepts `address`; -1 when it is not valid. For an address of a dynamic
+    /// family whose prefix no row has yet, adds a row at the end of the table; this first call does not test the number
+    /// against the limits. A family is recognised only in a device address.
     virtual int addressValidation(const QString &address, int type) = 0;
 
     /// The rows, ascending, that accept `address` or could after further typing. Adds no rows.
@@ -69,19 +69,19 @@ public:
     /// The row's symbol, which block commands put before the number; empty for a wrong index.
     virtual QString getPrefixSymbolByTypeID(int typeIndex) = 0;
 
-    /// The symbol that an editor shows: of a dynamic family the family's, else the row's; empty for a wrong index.
+    /// The symbol that an editor shows: the family's for a dynamic family, else the row's; empty for a wrong index.
     virtual QString getEditUsedPrifixSymbolByTypeId(int typeIndex) = 0;
 
-    /// The row's description, for a user to read; empty for a wrong index.
+    /// The row's description for users; empty for a wrong index.
     virtual QString getFormatString(int typeIndex) = 0;
 
     /// The catch table text of the first row that accepts `address`; empty if there is none.
     virtual QString getCatchTableName(const QString &address, int type) = 0;
 
-    /// The most that a block command of this driver may hold.
+    /// Largest block command of this driver.
     virtual int getBlockCommandMaxSize() = 0;
 
-    /// The most that a block command of bits of this driver may hold.
+    /// Largest block command of bits of this driver.
     virtual int getBitCommandMaxSize() = 0;
 
     /// True when commands of the row must be continuous: its continue rule is "y" or "yes" in any case.
@@ -96,18 +96,18 @@ public:
     /// True when a bit of the row can be reached through a register; false for a wrong index.
     virtual bool canConvertToRegisterCommand(int typeIndex) = 0;
 
-    /// The register command that holds the bit of `command`, with length 1 and scan time 1, and in `typeIndex` its row;
-    /// the null command, and a line in the debug log, when there is none. May add a row for the register's prefix.
+    /// The register command that holds the bit of `command`, with length 1 and scan time 1; `typeIndex` becomes its
+    /// row. The null command, and a line in the debug log, when there is none. May add a row for the register's prefix.
     virtual CommunicatorCommand convertBitCommandToRegisterCommand(const CommunicatorCommand &command,
                                                                    int &typeIndex) = 0;
 
-    /// True when `block`, a block command of the row, covers the start of `command`. Commands of different stations
-    /// never do.
+    /// True when `block`, a block command of the row, covers the start of `command`. Always false for different
+    /// stations.
     virtual bool isCommandInBlockRange(int typeIndex, const CommunicatorCommand &command,
                                        const CommunicatorCommand &block) = 0;
 
-    /// Bytes from the start of `base` forward to the start of `command`; -1 when either has no number, when `base` is
-    /// the later one (with a line in the debug log), and for a wrong index.
+    /// Bytes from the start of `base` forward to the start of `command`; -1 when one has no number, when `base` is the
+    /// later one (with a line in the debug log), and for a wrong index.
     virtual int calculateOffsetByte(int typeIndex, const CommunicatorCommand &base,
                                     const CommunicatorCommand &command) = 0;
 
@@ -138,25 +138,25 @@ public:
     /// Symbols of all rows, in row order.
     virtual QStringList prefixSymbols() = 0;
 
-    /// `command` cut into commands of one unit of the row that together cover its data; units beyond the limits are
-    /// left out. Empty for a wrong index.
+    /// Cuts `command` into commands of one unit of the row that together cover its data; leaves out units beyond the
+    /// limits. Empty for a wrong index.
     virtual QList<CommunicatorCommand> normalizeCommand(int typeIndex, const CommunicatorCommand &command) = 0;
 
-    /// `count` commands from `command` on, itself included, at the row's natural spacing; those beyond the limits are
-    /// left out. Empty for a wrong index.
+    /// `count` commands at the row's natural spacing, starting with `command`; commands beyond the limits are left out.
+    /// Empty for a wrong index.
     virtual QList<CommunicatorCommand> makeContinueCommand(int typeIndex, const CommunicatorCommand &command,
                                                            int count) = 0;
 
-    /// As above, `cap` units apart; `checkRange` turns limits and alignment on. Empty for a wrong index.
+    /// As above, `cap` units apart; `checkRange` switches limits and alignment on. Empty for a wrong index.
     virtual QList<CommunicatorCommand> makeContinueCommandwithCap(int typeIndex, const CommunicatorCommand &command,
                                                                   int count, int cap, bool checkRange) = 0;
 
-    /// One block command for `length` numbers from `start` on, of any length; the null command for a wrong index.
+    /// One block command of any length for `length` numbers from `start`; the null command for a wrong index.
     virtual CommunicatorCommand makeBlockCommandWithoutSizeLimit(int stationId, int typeIndex, int start,
                                                                  int length) = 0;
 
-    /// `length` numbers from `start` on, cut into block commands no larger than the row's block size. Empty for a
-    /// length of 0 or below, for a row without a positive block size, and for a wrong index.
+    /// Cuts `length` numbers from `start` into block commands no larger than the row's block size. Empty for a length
+    /// of 0 or below, for a row without a positive block size, and for a wrong index.
     virtual QList<CommunicatorCommand> makeBlockCommand(int stationId, int typeIndex, int start, int length) = 0;
 
     /// True when commands of the row may be optimised; true for a wrong index.

@@ -16,10 +16,10 @@ class DynamicLabelCreatorInterface;
 struct DynamicLabelItem;
 struct DynamicMember;
 
-/// A label over one device table, which a creator may extend while it is in use.
+/// A label for one device table. A creator may extend the table during use.
 ///
-/// Releasing a loader through its `LabelInterface` gives back its own storage only; table and creator stay allocated.
-/// That is how the label store frees labels.
+/// Releasing a loader through its `LabelInterface` frees its own storage only; table and creator stay allocated. The
+/// label store frees labels this way.
 class ZELMAR_LABEL_EXPORT LabelLoader final : public LabelInterface
 {
 public:
@@ -32,7 +32,7 @@ public:
     /// As above, and takes ownership of `creator`, which may be null.
     LabelLoader(const CommandInformationTalbe &table, DynamicLabelCreatorInterface *creator);
 
-    /// Gives back the creator's storage and releases the table.
+    /// Frees the creator's storage and releases the table.
     ~LabelLoader();
 
     /// Replaces the table.
@@ -41,10 +41,10 @@ public:
     /// The table, for reading; references into it last until the next row is added.
     const CommandInformationTalbe &deviceTypesTable() const;
 
-    /// Takes ownership of `creator`, which may be null, and gives back the one before.
+    /// Takes ownership of `creator`, which may be null, and frees the old one.
     void setCreator(DynamicLabelCreatorInterface *creator);
 
-    /// Sets what `getBlockCommandMaxSize` and `getBitCommandMaxSize` give. Any number is taken.
+    /// Sets what `getBlockCommandMaxSize` and `getBitCommandMaxSize` return. Accepts any number.
     void setMaxBlockSize(int size);
     void setMaxBitBlockSize(int size);
 
@@ -103,11 +103,11 @@ private:
     Q_DISABLE_COPY(LabelLoader)
     friend class AddressJudge;
 
-    /// Appends the row for an address of a dynamic family and gives its type index; -1 when the creator refuses the
+    /// Appends the row for an address of a dynamic family and returns its type index; -1 when the creator refuses the
     /// address or the table has no template for it.
     int addDynamicRow(const QString &address);
 
-    /// What `addDynamicRow` would make a row of, without adding it, and without a trace in the creator.
+    /// The row that `addDynamicRow` would add. Does not add it and does not change the creator.
     std::optional<DynamicMember> foreseenMember(const QString &address) const;
 
     std::optional<DynamicMember> memberOf(bool isRecognised, const DynamicLabelItem &item) const;

@@ -7,7 +7,7 @@
 namespace label {
 
 /// Type of a row of a device table, in the numbering of `CommunicatorCommand::DataType`. 0 is a bit row, any other
-/// value a register row; 5 is a reserved row besides. Other numbers may stand in a table.
+/// value a register row; 5 is also a reserved row. A table may contain other numbers.
 enum Type : int {
     BitType = 0,        ///< one bit
     ByteType = 1,       ///< register of 1 byte

@@ -18,7 +18,7 @@ namespace {
 
 using Kind = AddressDiagnosis::Kind;
 
-/// Where the number of a text that matches begins; -1 for a text that does not.
+/// The position of the number in a matching text; -1 for any other text.
 int numberPosition(const CommandFormatter &row, const QString &deviceAddress)
 {
     const QChar mark(QChar::ObjectReplacementCharacter);
@@ -36,7 +36,7 @@ public:
     {
     }
 
-    /// The next aligned number, limits left aside.
+    /// The next aligned number, ignoring limits.
     std::optional<int> nextAligned(int number, int step) const
     {
         // Alignments are of 64 at most, unless a script announces another.
@@ -53,14 +53,14 @@ public:
 
     bool isWithin(std::optional<int> number) const { return number && *first <= *number && *number <= *last; }
 
-    /// The good number at `limit` or, by `step`, the next one inside.
+    /// The valid number at `limit` or, by `step`, the next one inside.
     std::optional<int> outermost(int limit, int step) const
     {
         const std::optional<int> good = m_row.isRangeValid(limit) ? limit : nextAligned(limit, step);
         return isWithin(good) ? good : std::nullopt;
     }
 
-    /// The address with another number, as the row accepts it; empty where it does not.
+    /// The address with another number; empty if the row does not accept it.
     QString spelled(const QString &deviceAddress, int number) const
     {
         const QString digits = numberInAddress(number, m_row.base());
@@ -71,7 +71,7 @@ public:
         constexpr int bitDigits = 2;
         if (digits.size() > bitDigits)
             forms.append(digits.left(digits.size() - bitDigits));
-        // Of a script's bits only the number itself is known to be exchanged.
+        // For a script's bits it is only known that the number is replaced.
         const QString written = deviceAddress.mid(numberPosition(m_row, deviceAddress), width);
         const QString own = numberInAddress(m_row.getAddresRangePart(deviceAddress), m_row.base());
         const int place = written.lastIndexOf(own, -1, Qt::CaseInsensitive);
@@ -123,8 +123,8 @@ void explainAlignment(const CommandFormatter &row, const Numbers &numbers, int n
     }
 }
 
-/// A script may count otherwise than addresses are written, as bits through a file of words: tells the last of those
-/// that the row accepts with other digits at the end.
+/// A script may count in another way than addresses are written, for example bits through a file of words: returns the
+/// last address that the row accepts with other digits at the end.
 void explainWrittenNumber(const CommandFormatter &row, const QString &deviceAddress, AddressDiagnosis &diagnosis,
                           QStringList &offers)
 {
@@ -148,7 +148,7 @@ void explainWrittenNumber(const CommandFormatter &row, const QString &deviceAddr
     offers.append(front + diagnosis.limit);
 }
 
-/// Digits of a bit that stands behind its word without a separator; 0 for other rows.
+/// Digits of a bit that follows its word without a separator; 0 for other rows.
 int bitDigits(const CommandFormatter &row)
 {
     const MultipleRule rule(row.ruleText());
@@ -233,7 +233,7 @@ bool explainDigitOutsideRadix(const CommandFormatter &row, const QString &device
         return false;
     diagnosis.slip = AddressDiagnosis::Slip::DigitOutsideRadix;
     diagnosis.written = character;
-    // "X18" stands between X17 and X20.
+    // "X18" is between X17 and X20.
     int end = reach;
     while (end < deviceAddress.size() && isDigit(deviceAddress.at(end), 10))
         ++end;

@@ -10,31 +10,30 @@ namespace label {
 
 class CommandFormatter;
 
-// Faults of the numbers in a device address. Each function that recognises its fault fills in the kind and the numbers
-// of the diagnosis, and offers addresses instead, the nearest first.
+// Faults of the numbers in a device address. Each function that recognises its fault sets the kind and the numbers of
+// the diagnosis, and offers addresses, the nearest first.
 
-/// How far the number of a text that matches is outside the row's limits; 0 for one within them.
+/// How far the number of a matching text is outside the row's limits; 0 within them.
 qint64 distanceFromLimits(const CommandFormatter &row, const QString &deviceAddress);
 
-/// The row matches the text, and refuses its number.
+/// The row matches the text but refuses its number.
 void explainRefusedNumber(const CommandFormatter &row, const QString &deviceAddress, AddressDiagnosis &diagnosis,
                           QStringList &offers);
 
-/// Patterns mostly allow as many digits as the last number has. A text that leaves a pattern at `reach`, in the middle
-/// of a number, and would match with fewer digits, has too large a number, which says more than that a character is
-/// wrong.
+/// Patterns mostly allow as many digits as the last number has. If a text leaves a pattern at `reach`, inside a number,
+/// and would match with fewer digits, the number is too large. That is a better reason than a wrong character.
 bool explainTooManyDigits(const CommandFormatter &row, const QString &deviceAddress, int reach,
                           AddressDiagnosis &diagnosis, QStringList &offers);
 
-/// A bit row takes the text with another bit, but none as high as this.
+/// A bit row accepts the text with another bit, but no bit this high.
 bool explainBitBeyondWord(const CommandFormatter &row, const QString &deviceAddress, int reach,
                           AddressDiagnosis &diagnosis, QStringList &offers);
 
-/// At `reach` stands a decimal digit that a row of radix 8 or less does not have. Leaves the kind alone.
+/// The character at `reach` is a decimal digit that a row of radix 8 or less does not have. Does not change the kind.
 bool explainDigitOutsideRadix(const CommandFormatter &row, const QString &deviceAddress, int reach,
                               AddressDiagnosis &diagnosis, QStringList &offers);
 
-/// The row accepts the text, but its number cannot be told: it is too long, or its digits are of another script.
+/// The row accepts the text, but its number is unreadable: it is too long, or its digits are of another script.
 bool explainUnreadNumber(const CommandFormatter &row, const QString &deviceAddress, AddressDiagnosis &diagnosis,
                          QStringList &offers);
 

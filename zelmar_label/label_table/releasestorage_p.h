@@ -8,9 +8,8 @@
 
 namespace label {
 
-/// Gives back the storage of an object made with `new` whose interface has no virtual destructor. The destructor is not
-/// run, so what the object's members hold stays allocated: nobody who still uses a part of it is pulled the ground
-/// away. A null pointer is ignored.
+/// Frees the storage of an object made with `new` whose interface has no virtual destructor. Does not run the
+/// destructor: the data of the members stays allocated, because callers may still use it. Ignores a null pointer.
 template<typename Interface>
 void releaseStorage(Interface *object)
 {

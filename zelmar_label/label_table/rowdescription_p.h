@@ -10,23 +10,23 @@ namespace label {
 
 class CommandFormatter;
 
-/// True when the row is the template of a dynamic family: its pattern is a plain name and no expression.
+/// True when the row is the template of a dynamic family: its pattern is a plain name, not an expression.
 bool isFamilyTemplate(const CommandFormatter &row);
 
-/// What to call a row with these texts: the concrete symbol on a row of a dynamic family, else the form that the
-/// description begins with ("Dn.b: bit of a register"), else the symbol, which may be empty.
+/// The name of a row with these texts: the concrete symbol on a row of a dynamic family, else the form at the start of
+/// the description ("Dn.b: bit of a register"), else the symbol, which may be empty.
 QString shortName(const QString &description, const QString &symbol, const QString &editorSymbol);
 
 /// As above; "the format" for a row without any name.
 QString formatName(const CommandFormatter &row);
 
-/// An address of the row's format: the one behind "e.g." in its description, else its symbol with its first number.
+/// An address of the row's format: the one after "e.g." in its description, else its symbol with its first number.
 QString exampleAddress(const CommandFormatter &row);
 
 /// "bit", "byte", "word", "double word", "quad word", "text"; "type 7" for a type without a name.
 QString dataTypeWord(int type);
 
-/// " (octal)", " (hexadecimal)" or " (radix 2)", to stand behind numbers of this radix; empty for decimal ones.
+/// " (octal)", " (hexadecimal)" or " (radix 2)", to write after numbers of this radix; empty for decimal.
 QString radixRemark(int radix);
 
 } // namespace label

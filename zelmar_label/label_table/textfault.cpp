@@ -22,7 +22,7 @@ namespace {
 
 using Kind = AddressDiagnosis::Kind;
 
-/// Repairs take many matches each; longer texts are no slips of somebody's pen.
+/// Each repair takes many matches; longer texts are not typing errors.
 constexpr int longestRepaired = 48;
 
 struct RowRepair
@@ -32,7 +32,7 @@ struct RowRepair
     int reach;
 };
 
-/// What the nearest rows make of the text, the likeliest first.
+/// Corrections of the text by the nearest rows, the most likely first.
 class Repairs
 {
 public:
@@ -99,7 +99,7 @@ private:
     std::vector<RowRepair> m_found;
 };
 
-/// Of the rows that the text follows furthest the one that the fewest changes lead to.
+/// Among the rows that the text matches furthest, the one with the fewest changes.
 int nearestRow(const AddressSearch &search, const std::vector<RowRepair> &found)
 {
     const auto best = std::find_if(found.begin(), found.end(),
@@ -119,12 +119,12 @@ void offerCompletions(const AddressJudge &judge, const AddressSearch &search, co
     }
 }
 
-/// What the row could have behind `front`.
+/// The characters that the row allows after `front`.
 void expect(const CommandFormatter &row, const QString &front, AddressDiagnosis &diagnosis)
 {
     for (char code = '!'; code <= '~'; ++code) {
         const QChar character = QLatin1Char(code);
-        // It would set off a station.
+        // It would separate a station.
         if (character != QLatin1Char('-') && row.canBeCompleted(front + character))
             diagnosis.expected.append(character);
     }
@@ -136,7 +136,7 @@ int bitSeparator(const QString &address)
     return qMax(address.lastIndexOf(QLatin1Char('.')), address.lastIndexOf(QLatin1Char('/')));
 }
 
-/// The text is an address and a bit behind it, where no row has bits.
+/// The text is an address with a bit, but no row has bits there.
 int rowWithoutBits(const AddressJudge &judge, const AddressSearch &search, const QString &address)
 {
     const int separator = bitSeparator(address);
@@ -156,7 +156,7 @@ int rowWithoutBits(const AddressJudge &judge, const AddressSearch &search, const
     return index >= 0 && !isFamilyTemplate(judge.row(index)) ? index : -1;
 }
 
-/// The first candidate that goes as far as any and whose number or bit is what is wrong; -1 if there is none.
+/// The first candidate that matches furthest and whose number or bit is the fault; -1 if there is none.
 template<typename Explain>
 int firstExplained(const AddressJudge &judge, const AddressSearch &search, Explain explain)
 {
@@ -188,10 +188,10 @@ int explainCharacter(AddressJudge &judge, const AddressSearch &search, AddressDi
         if (explainDigitOutsideRadix(judge.row(nearest), address, search.reach(), diagnosis, offers))
             return nearest;
     }
-    // Rows that begin with a digit are not looked for by a letter, nor are all rows tried that look alike.
+    // The search skips rows that begin with a digit for a letter, and does not try all similar rows.
     if (repairs.found().empty() || !isLikelySlip(repairs.found().front().repair.cost))
         offers.append(withoutDigitLetters(address));
-    // The letters of a text that is only too short are meant.
+    // The letters of a text that is only too short are right.
     for (const bool isLikelier : {true, false}) {
         for (const RowRepair &one : repairs.found()) {
             if (isLikelier == (isIncomplete && withoutDigits(one.repair.address).startsWith(withoutDigits(address))))
@@ -213,7 +213,7 @@ void describeQuestion(AddressDiagnosis &diagnosis, const QString &text, int type
     if (!hasStation(text))
         return;
     diagnosis.station = text.left(text.indexOf(QLatin1Char('-')));
-    // An empty station is one, too.
+    // An empty station also counts.
     if (diagnosis.station.isNull())
         diagnosis.station = QLatin1String("");
 }

@@ -12,10 +12,10 @@ class AddressJudge;
 class AddressSearch;
 class CommandFormatter;
 
-/// Puts the question into the diagnosis.
+/// Writes the question into the diagnosis.
 void describeQuestion(AddressDiagnosis &diagnosis, const QString &text, int type);
 
-/// Puts the row's own texts into the diagnosis.
+/// Writes the row's own texts into the diagnosis.
 void describeRow(AddressDiagnosis &diagnosis, const CommandFormatter &row);
 
 /// True for ASCII digits that fit an `int`.
@@ -24,10 +24,10 @@ bool isDecimal(const QString &text);
 /// True for the kinds that a slip may explain.
 bool isFaultOfText(AddressDiagnosis::Kind kind);
 
-/// Of the rows that match the text and refuse its number the one whose limits are nearest to it.
+/// Among the rows that match the text and refuse its number, the one with the nearest limits.
 int nearestMatchedRow(const AddressJudge &judge, const AddressSearch &search, const QString &deviceAddress);
 
-/// No row matches the text: fills in why, and offers addresses instead. Gives the row that it is about, or -1.
+/// For a text that no row matches: sets the reason and offers addresses. Returns the row of the diagnosis, or -1.
 int explainText(AddressJudge &judge, const AddressSearch &search, AddressDiagnosis &diagnosis, QStringList &offers);
 
 } // namespace label

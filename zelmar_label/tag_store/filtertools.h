@@ -10,8 +10,8 @@ class QString;
 
 namespace FilterTools {
 
-/// An expression in `QRegExp::RegExp` syntax that finds the characters of `text` in their order, with anything before,
-/// between and behind them; behind a backslash the next character has to follow at once. Empty for an empty text.
+/// An expression in `QRegExp::RegExp` syntax that finds the characters of `text` in this order, with any text before,
+/// between and after them; after a backslash the next character must follow directly. Empty for an empty text.
 ZELMAR_LABEL_EXPORT QString makefuzzypattern(const QString &text);
 
 } // namespace FilterTools

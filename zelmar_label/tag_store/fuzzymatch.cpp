@@ -7,7 +7,7 @@ namespace label {
 
 namespace {
 
-// Expressions compare character by character in lower case; surrogates are characters of their own to them.
+// Expressions compare character by character in lower case; a surrogate is a character of its own.
 inline ushort folded(QChar character)
 {
     const ushort code = character.unicode();

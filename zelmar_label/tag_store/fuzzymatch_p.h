@@ -11,24 +11,24 @@
 
 namespace label {
 
-/// Finds what the expression of `FilterTools::makefuzzypattern` finds, case-insensitively, without an expression:
-/// hundreds of times as fast, with the same answer for every text.
+/// Finds the same as the expression of `FilterTools::makefuzzypattern`, case-insensitively and for every text, but
+/// without an expression: hundreds of times as fast.
 class FuzzyMatch
 {
 public:
-    /// `text` is what a user typed. An empty text finds nothing.
+    /// `text` is the user's input. An empty text finds nothing.
     explicit FuzzyMatch(const QString &text);
 
     bool matches(const QString &name) const;
 
-    /// The names that match, in their order.
+    /// The matching names, in their order.
     QStringList filter(const QStringList &names) const;
 
 private:
     bool followsAt(const QString &name, int at, int first, int end) const;
 
     QString m_folded;
-    /// Ends, in `m_folded`, of the pieces whose characters have to follow each other at once.
+    /// Ends, in `m_folded`, of the pieces whose characters must follow each other directly.
     std::vector<int> m_pieceEnds;
 };
 

@@ -8,8 +8,8 @@
 
 namespace label {
 
-/// Held while tags have labels built or used: labels are for one thread at a time. No operation of `TagSystem` that
-/// takes another lock is called under it.
+/// Locked while tags build or use labels, which are not thread-safe. Under it, no operation of `TagSystem` that takes
+/// another lock is called.
 std::recursive_mutex &labelLock();
 
 } // namespace label

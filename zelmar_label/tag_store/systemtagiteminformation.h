@@ -10,16 +10,16 @@
 #include <QObject>
 #include <QString>
 
-/// One built-in tag of a panel: its clock, screen, memory, user and hardware values. Copied by value for all that it is
-/// a `QObject`; a copy has no parent.
+/// One built-in tag of a panel: its clock, screen, memory, user and hardware values. It is a `QObject`, but copied by
+/// value; a copy has no parent.
 class ZELMAR_LABEL_EXPORT SystemTagItemInformation : public QObject
 {
     Q_OBJECT
 
 public:
     enum TagType : int {
-        InformationTag = 0, ///< tells something
-        ControlTag = 1,     ///< controls something when it is written
+        InformationTag = 0, ///< shows a value
+        ControlTag = 1,     ///< a write controls the panel
         InvalidTag = 2,     ///< no tag
     };
 
@@ -33,7 +33,7 @@ public:
     SystemTagItemInformation &operator=(const SystemTagItemInformation &other);
     ~SystemTagItemInformation() override;
 
-    /// Takes over the four members.
+    /// Copies the four members.
     void copy(const SystemTagItemInformation &other);
 
     int id = -1;

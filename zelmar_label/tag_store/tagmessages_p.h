@@ -15,15 +15,14 @@ enum class MessageKind {
     Warning,
 };
 
-/// Receives what a user would be shown.
+/// Receives the messages for the user.
 using MessageHandler = std::function<void(MessageKind kind, const QString &title, const QString &text)>;
 
-/// Shows a message box without a parent, with the one button Ok, and waits for it. A program without widgets gets a
-/// line at warning level in the log instead.
+/// Shows a message box without a parent, with the button Ok, and waits for it. A program without widgets writes a line
+/// at warning level to the log instead.
 void showMessage(MessageKind kind, const QString &title, const QString &text);
 
-/// Sends all messages to `handler` from now on; an empty one brings message boxes back. For programs that must not
-/// block.
+/// Sends all further messages to `handler`; an empty one restores message boxes. For programs that must not block.
 void setMessageHandler(const MessageHandler &handler);
 
 } // namespace label

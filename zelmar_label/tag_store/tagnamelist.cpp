@@ -11,7 +11,7 @@ namespace label {
 
 namespace {
 
-/// Starts anew only after as many readings as there are numbers.
+/// Wraps only after as many readings as there are numbers.
 int newMark()
 {
     static std::atomic<quint32> last = 0;
@@ -24,8 +24,8 @@ auto into(qint64 &value)
     return [&value](const QSqlQuery &row) { value = row.value(0).toLongLong(); };
 }
 
-/// False for a table whose new rows need not be read last: one that is no plain table of the project's file, or one
-/// with an index, from which the names may be read.
+/// False for a table whose new rows may not be read last: one that is no plain table of the project's file, or has an
+/// index from which the names may be read.
 bool isReadInRowOrder(const QSqlDatabase &db)
 {
     bool isInOrder = false;
@@ -68,7 +68,7 @@ bool TagNameList::reload(const QSqlDatabase &db, QString &error)
     m_names.clear();
     m_nameSet.clear();
     m_state.reset();
-    // The state is read before the names: it then differs from that of the next write if others write in between.
+    // The state is read before the names, so that writes of others in between change it.
     std::optional<State> state;
     if (isReadInRowOrder(db) && TagStatements::run(db, QStringLiteral("PRAGMA temp.user_version = %1").arg(newMark())))
         state = read(db);

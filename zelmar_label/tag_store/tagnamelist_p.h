@@ -14,17 +14,17 @@ class QSqlDatabase;
 
 namespace label {
 
-/// The names of the tag table in memory, in row order, with a set of them for look-ups. Doubled names stand twice in
-/// the list.
+/// The names of the tag table in memory, in row order, and a set of them for look-ups. Duplicate names are in the list
+/// twice.
 ///
-/// The list is what a reading of the table gave after the last write. It follows a write of its own object without
-/// reading all names again, as long as nothing else can have changed them. Three things tell:
+/// The list is the content of the table after the last write. It follows a write of its own object without reading all
+/// names again, unless something else may have changed them. Three things show that:
 /// - A *mark*, a number that the process uses once, is written to the connection's temporary database when the names
-///   are read. It is gone when the connection was closed, opened again or exchanged, and a roll-back of the reading
-///   takes it back.
-/// - The last row is the one that the object added last, until a roll-back takes it back.
-/// - While both stand, the connection's own counters tell of the writes of others: on this connection, on every other
-///   one, and of what became of the tables.
+///   are read. It is lost when the connection is closed, opened again or exchanged, and a roll-back of the reading
+///   removes it.
+/// - The last row is the one that the object added last, until a roll-back removes it.
+/// - While both are there, the connection's counters show other writes on this connection and on every other one, and
+///   changes of the tables.
 class TagNameList
 {
 public:
@@ -35,15 +35,15 @@ public:
     /// text.
     bool reload(const QSqlDatabase &db, QString &error);
 
-    /// Follows a row that the list's object has added. False when the list has to be reloaded instead.
+    /// Follows a row that the list's object added. False when the list must be reloaded instead.
     bool followAddedRow(const QSqlDatabase &db);
 
-    /// Follows `changedRows` rows whose names the list's object left alone. False when the list has to be reloaded
+    /// Follows `changedRows` rows whose names the list's object did not change. False when the list must be reloaded
     /// instead.
     bool followChangedRows(const QSqlDatabase &db, int changedRows);
 
 private:
-    /// What a connection says of its tag table.
+    /// The state of a connection and its tag table.
     struct State
     {
         qint64 mark = 0;
@@ -57,13 +57,13 @@ private:
     };
 
     static std::optional<State> read(const QSqlDatabase &db);
-    /// The state now, where nothing but `changes` changes of the object's own have happened; else nothing.
+    /// The state now if only `changes` changes of the object itself have happened; else nothing.
     std::optional<State> stateAfter(const QSqlDatabase &db, int changes) const;
     void append(const QString &name);
 
     QStringList m_names;
     QSet<QString> m_nameSet;
-    /// As of the last reading or following; nothing where it is not known.
+    /// As of the last reading or following; nothing if unknown.
     std::optional<State> m_state;
 };
 

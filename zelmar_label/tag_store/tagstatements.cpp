@@ -12,7 +12,7 @@ namespace label {
 
 namespace {
 
-/// The connections in use, known by their drivers.
+/// The connections in use, by their drivers.
 class Connections
 {
 public:
@@ -109,7 +109,7 @@ QSqlQuery *TagStatements::executed(const QSqlDatabase &db, const QString &statem
     if (known != m_prepared.end()) {
         if (executes(*known, values))
             return &*known;
-        // Its connection was closed and opened again, or its table came or went.
+        // Its connection was closed and opened again, or its table was made or dropped.
         m_prepared.erase(known);
     }
     QSqlQuery query(db);

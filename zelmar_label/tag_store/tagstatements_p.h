@@ -17,26 +17,26 @@
 
 namespace label {
 
-/// The statements on one connection, those that are asked over and over prepared once.
+/// The statements on one connection; frequent ones are prepared once.
 ///
-/// SQLite connections are opened without a mutex of their own, and in the tolv environment one connection serves many
-/// threads: a lock of the connection is held from each `exec` to its last row. Each connection has a lock of its own, so
-/// that one which waits for a busy file does not delay the others. It is the innermost lock: visitors of rows must
-/// neither run a statement nor take another lock.
+/// SQLite connections are opened without a mutex, and in the tolv environment many threads use one connection: the
+/// connection's lock is held from each `exec` to its last row. Each connection has its own lock, so that one waiting
+/// for a busy file does not delay the others. It is the innermost lock: visitors of rows must not run a statement or
+/// take another lock.
 ///
-/// Every value is bound, so that no text of a user becomes a part of a statement.
+/// Every value is bound, so that no user text becomes part of a statement.
 class TagStatements
 {
 public:
     /// The statements on `db`, the same object for every caller.
     static std::shared_ptr<TagStatements> of(const QSqlDatabase &db);
 
-    /// Forgets what was prepared on `db`; to be called before it is closed.
+    /// Forgets the prepared statements of `db`; call it before closing `db`.
     static void forget(const QSqlDatabase &db);
 
-    /// Runs `statement` on `db` with `values` in its places, "?", and calls `visit(query)` for each row. The statement
-    /// is prepared once a connection: its text must not vary without end. False when it fails; `error`, if given, is
-    /// then the database's text.
+    /// Runs `statement` on `db` with `values` for its "?", and calls `visit(query)` for each row. Each text is prepared
+    /// once per connection and kept: use few texts. False when it fails; `error`, if given, is then the database's
+    /// text.
     template<typename Visit>
     static bool forEachRow(const QSqlDatabase &db, const QString &statement, const QVariantList &values, Visit visit,
                            QString *error = nullptr)
@@ -52,7 +52,7 @@ public:
         return true;
     }
 
-    /// The same for a statement of any text, without places, which is not kept.
+    /// The same for any text without "?"; the statement is not kept.
     template<typename Visit>
     static bool forEachRowOnce(const QSqlDatabase &db, const QString &statement, Visit visit, QString *error = nullptr)
     {
@@ -71,7 +71,7 @@ public:
     /// Runs a statement that gives no rows. False when it fails; `error`, if given, is then the database's text.
     static bool run(const QSqlDatabase &db, const QString &statement, QString *error = nullptr);
 
-    /// The same with named places.
+    /// The same with named placeholders.
     static bool run(const QSqlDatabase &db, const QString &statement, const QList<QPair<QString, QVariant>> &values,
                     QString &error, int *changedRows = nullptr);
 
@@ -83,8 +83,7 @@ private:
     QHash<QString, QSqlQuery> m_prepared;
 };
 
-/// False for a text that counts as one that no row has, because it holds a single quote or a zero character: no
-/// statement is run for it.
+/// False for a text with a single quote or a zero character: no statement is run for it, as if no row had it.
 inline bool canBeSought(const QString &text)
 {
     return !text.contains(QLatin1Char('\'')) && !text.contains(QChar(0));

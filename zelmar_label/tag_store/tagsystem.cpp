@@ -27,7 +27,7 @@ QVariant applicationProperty(const char *name)
     return application ? application->property(name) : QVariant();
 }
 
-/// True in a process that consumes a finished project: tags no longer change there.
+/// True in a process that only reads a finished project: tags no longer change there.
 bool isTolvEnvironment()
 {
     return applicationProperty("tolv_env").isValid();
@@ -155,7 +155,7 @@ void TagSystem::closeDatabase()
     label::TagStatements::forget(m_database);
     m_database.close();
     const QString name = m_database.connectionName();
-    // Qt complains of a connection that is removed while a copy of it is about.
+    // Qt warns if a connection is removed while a copy of it exists.
     m_database = QSqlDatabase();
     QSqlDatabase::removeDatabase(name);
 }

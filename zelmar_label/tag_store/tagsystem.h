@@ -29,30 +29,28 @@ class TagNameList;
 } // namespace label
 
 /// A project's tags: named PLC data items in the SQLite table `custom_tag_table`, the built-in system tags and the
-/// recipe tags that the project hands over; and what follows from a tag: its commands, its limits, its value as bytes
-/// and as text.
+/// recipe tags that the project passes in. Also the commands of a tag, its limits, and its value as bytes and as text.
 ///
-/// One object stands for one project. `instance` makes and owns it; never delete one. The project registers its
-/// database as a Qt connection, whose name is the key, and sets the application's property "currentProject" to the
-/// number whose decimal digits are that key.
+/// There is one object per project. `instance` makes and owns it; never delete one. The project registers its database
+/// as a Qt connection, whose name is the key. The application's property "currentProject" is the key as a number.
 ///
 /// *Two kinds of process.* In an editor, tags are written on the main thread, and a compile thread may read them on a
-/// connection of its own, registered as "TOLV_compileing". Where the application has a valid property `tolv_env`, tags
-/// no longer change, the first `instance(key)` reads the tag table into memory, and every operation that is not a write
-/// may be called from any number of threads at once.
+/// connection of its own, registered as "TOLV_compileing". If the application has a valid property `tolv_env`, tags no
+/// longer change, the first `instance(key)` reads the tag table into memory, and any number of threads may call every
+/// operation that is not a write.
 ///
 /// *Ids.* 20000 to 21000 are system tags, 30000 to 50000 recipe tags, 50001 to 60000 recipe row tags, all others rows
-/// of the tag table. -1 stands for no tag. New tags never get the id of a system or recipe tag; rows that stand there
-/// already are taken for such tags.
+/// of the tag table. -1 means no tag. New tags never get the id of a system or recipe tag; existing rows with such an
+/// id count as such tags.
 ///
-/// *Failures.* Nothing throws. A statement that fails reads as no rows. Where an operation says that it shows a
-/// message, it is a message box that blocks; in a program without widgets it is a line at warning level in the log.
+/// *Failures.* Nothing throws. A statement that fails gives no rows. A message, where one is documented, is a message
+/// box that blocks; in a program without widgets it is a line at warning level in the log.
 class ZELMAR_LABEL_EXPORT TagSystem : public QObject
 {
     Q_OBJECT
 
 public:
-    /// An object without a database: system tags and codec work, statements do not.
+    /// An object without a database: only system tags and the codec work.
     explicit TagSystem(QObject *parent);
 
     /// Closes the connection.
@@ -60,30 +58,30 @@ public:
 
     /// \name Lifecycle
     ///@{
-    /// The object of the connection `key`, made on the first request and kept, also when it could not be bound. An
-    /// empty key gives one object without a database. Main thread.
+    /// Returns the object of the connection `key`. The first call makes it; it is kept even if binding fails. An empty
+    /// key returns one object without a database. Main thread.
     static TagSystem *instance(QString key);
 
-    /// The object of the current project; in the tolv environment, once it exists, the last object made. Null, after a
-    /// message, when there is no current project.
+    /// Returns the object of the current project; in the tolv environment the last object made, once there is one.
+    /// Null, after a message, when there is no current project.
     static TagSystem *instance();
 
-    /// Deletes all objects, for the end of the process.
+    /// Deletes all objects at the end of the process.
     static void drop();
 
-    /// Binds the object to an existing connection and makes the tag table if it is missing. False, after a message,
-    /// when there is no such connection; true also when it cannot be opened, after a message.
+    /// Binds the object to an existing connection and makes the tag table if it is missing. Returns false, after a
+    /// message, when there is no such connection; true, after a message, when it cannot be opened.
     bool init(const QString &connectionName);
 
     /// Opens `fileName` in the folder "database" beside the application as a stand-alone tag database, on a connection
-    /// of that name; makes it if it is missing. False, after a message, when it cannot be opened.
+    /// of that name; makes it if it is missing. Returns false, after a message, when it cannot be opened.
     bool createDatabaseConnection(const QString &fileName);
 
     /// Makes the empty file of a stand-alone tag database; a message when it cannot be made.
     void initializeTagDatabase(const QString &filePath);
 
-    /// The connection for the calling thread: "TOLV_compileing", if it exists, on a foreign thread of an editor, else
-    /// the object's own.
+    /// The connection for the calling thread: "TOLV_compileing", if it exists, on another thread of an editor, else the
+    /// object's own.
     QSqlDatabase database() const;
 
     /// Closes the object's connection, if it is open, and removes it.
@@ -95,7 +93,7 @@ public:
 
     /// \name Tag table
     ///@{
-    /// Makes the table if it is missing; an existing one is never changed. A message when it cannot be made.
+    /// Makes the table if it is missing; never changes an existing one. A message when it cannot be made.
     void createCustomTable();
 
     /// Appends the twelve column names and clauses to the object's lists.
@@ -104,7 +102,7 @@ public:
     /// Position of "address" among the columns, 5; 0 while the lists are empty.
     int getCustomTagTableAddressColumn();
 
-    /// Reads the list of tag names anew; a message when it cannot be read.
+    /// Reads the list of tag names again; a message when it cannot be read.
     void refreshTagNames();
 
     bool isSystemID(int id) const;
@@ -140,14 +138,14 @@ public:
     /// for an empty name, and, after a message, when the statement fails.
     bool modifyTag(const QString &name, const QString &address, int connectorId, int dataType, int scale);
 
-    /// Adds a tag modelled on tag `id`, named and addressed by `source`, or by tag `id` where its first member is null,
-    /// unless a tag of that name, bare or numbered ("name-3"), exists. `count` ids of tags of that name; -1 for a name
-    /// that is missing or doubled.
+    /// Adds a copy of tag `id` with the name and address of `source`, or of tag `id` if the first member of `source` is
+    /// null. Adds nothing if that name or a numbered form of it ("name-3") exists. Returns `count` ids of tags of that
+    /// name; -1 for a missing or duplicate name.
     QList<int> addTags(int id, QPair<QString, CommunicatorCommand> source, int count);
     QList<int> addTags(int id, int count);
 
-    /// Renames a tag, unless the name or a numbered form of it exists. A failure goes to the debug log; a name that
-    /// holds a double quote or a zero character fails.
+    /// Renames a tag, unless the name or a numbered form of it exists. A failure goes to the debug log; a name with a
+    /// double quote or a zero character fails.
     void setTagNameById(QString name, int id);
     ///@}
 
@@ -157,15 +155,15 @@ public:
     bool isSystemTag(const QString &name) const;
     /// Begins with "R>" or "r>".
     bool isRecipeTag(const QString &name) const;
-    /// Not empty, no system or recipe name, and not in the list of names. Runs no statement.
+    /// True for a name that is not empty, no system or recipe name, and not in the list. Runs no statement.
     bool isNewTag(const QString &name) const;
     /// Empty when there is none.
     QString getTagNameById(int id) const;
-    /// -1 when there is none or more than one, and for a name that holds a single quote or a zero character.
+    /// -1 when there is none or more than one, and for a name with a single quote or a zero character.
     int getIdByTagName(const QString &name) const;
-    /// The tag that a recipe tag is connected to; 0 when it is not connected, -1 when `id` is no recipe id.
+    /// The tag to which a recipe tag is connected; 0 when it is not connected, -1 when `id` is no recipe id.
     int getRecipeConnectedID(int id);
-    /// Replaces the recipe tags: id to name, id to connected tag. Main thread, before other threads ask for them.
+    /// Replaces the recipe tags: id to name, id to connected tag. Main thread, before other threads read them.
     void setRecipeTags(const QMap<int, QString> &names, const QMap<int, int> &connected);
     void setRecipeRowTags(const QMap<int, QString> &names, const QMap<int, int> &connected);
     /// The names of the tag table, in row order, as of the last write.
@@ -174,14 +172,15 @@ public:
     QStringList getTagNameList(int connectorId);
     /// The names of link 0.
     QStringList getInternalTagNames();
-    /// The names, in list order, that hold the characters of `text` in their order, in any case. None for an empty
+    /// The names, in list order, that contain the characters of `text` in this order, in any case. None for an empty
     /// text.
     QStringList getSimilarTagNames(const QString &text);
     /// The same among the internal tags.
     QStringList getInternalSimilarTagNames(const QString &text);
     /// The ids of the names that `getSimilarTagNames` finds, each once, in no particular order.
     QList<int> findSimilarTagName(const QString &text);
-    /// True when more than `percent` of the `n`-grams of the shorter padded text are found; never for an empty text.
+    /// True when `b` contains `n`-grams of `a`, both padded, above `percent` of the shorter one's number; never for an
+    /// empty text.
     bool isStringSimilar(QString a, QString b, double percent, int n, Qt::CaseSensitivity cs);
     ///@}
 
@@ -190,37 +189,36 @@ public:
     /// The link of a tag; 0 for system and recipe tags, -1 for a tag that does not exist.
     int getCommunicatorID(int id);
     int getLinkID(int id);
-    /// The link of the tag whose id `object` carries as `property`; -1 without the property.
+    /// The link of the tag whose id is `property` of `object`; -1 without the property.
     int getCommunicatorID(QObject *object, QString property);
     int getLinkID(QObject *object, QString property);
     /// The link's driver name; empty if there is none.
     QString getLinkName(int linkId);
     /// The label of the link's driver, custom or default; null when there is none. The label store owns it.
     label::LabelInterface *getLable(int linkId);
-    /// Each once, in no particular order.
+    /// Each link once, in no particular order.
     QList<int> getAllLinkID();
     QList<int> getAllEnabledLinkID();
     /// Station numbers of a link, ascending.
     QList<int> stationList(int linkId);
     /// True when the tag's link has the station.
     bool isValidStationID(int id, int station);
-    /// The up to three digits that an address text begins with.
+    /// The digits, at most three, at the start of an address.
     static QString getStationID(const QString &address);
     /// All rows of the tag table, then the recipe tags.
     QList<int> getTagIDList();
     /// The rows of a link.
     QList<int> getTagIDList(int linkId);
-    /// The rows of a link with this address as it is stored; none for an address that holds a single quote or a zero
-    /// character.
+    /// The rows of a link with this stored address; none for an address with a single quote or a zero character.
     QList<int> getTagIDsByAddress(int linkId, const QString &address);
-    /// True for every system and recipe id, and for ids that have a row.
+    /// True for every system and recipe id, and for ids with a row.
     bool isValidTagID(int id);
     ///@}
 
     /// \name One property of one tag
     /// 0 or empty for a tag that does not exist.
     ///@{
-    /// Reads the tag table into memory; called once, in the tolv environment.
+    /// Reads the tag table into memory; runs once, in the tolv environment.
     void initCatchTable();
     QString getAddressByID(int id);
     /// The column of the tag's row as a number.
@@ -234,9 +232,9 @@ public:
 
     /// \name Values as bytes, the least significant one first
     ///@{
-    /// `out` becomes the bytes of `value` for tag `id`; empty for a recipe tag without a tag and for an unknown type.
+    /// Sets `out` to the bytes of `value` for tag `id`; empty for an unconnected recipe tag and for an unknown type.
     void var2ByteArray(int id, const QVariant &value, QByteArray &out);
-    /// `out` becomes the value of `bytes` for tag `id`, a null variant for an unknown type. Missing bytes count as 0.
+    /// Sets `out` to the value of `bytes` for tag `id`, a null variant for an unknown type. Missing bytes count as 0.
     void byteArray2Var(int id, const QByteArray &bytes, QVariant &out);
     /// As `var2ByteArray`; the result always has the type's full width, and a zero byte ends a text.
     QByteArray varToByteArrayThreadSafe(int id, const QVariant &value);
@@ -253,48 +251,48 @@ public:
     ///@{
     /// The twelve tag data types, in order, translated.
     QStringList dataTypeList() const;
-    /// One of them; empty for a number that is none.
+    /// One of these; empty for a wrong number.
     QString datatypeString(int type) const;
     /// The two access modes, translated.
     QStringList accessModeList() const;
-    /// The limits of the tag's type. Both variants stay as they are for -1 and for a recipe id without a tag.
+    /// The limits of the tag's type. Both variants do not change for -1 and for an unconnected recipe id.
     void getMaxMinValue(int id, QVariant &max, QVariant &min);
-    /// True when the value lies within the limits; false for texts and for the 64-bit types.
+    /// True when the value is within the limits; false for texts and for the 64-bit types.
     bool isInTheRange(const int &id, const QVariant &value);
     /// `value` in base 8, 10 or 16, in the width of the tag's type; empty for other bases.
     QString toBaseSystemStringFromLongLong(const int &id, const long long &value, const int &base);
-    /// The number in `text`. `formatError` says that it is none, and `ok` is then left alone; `ok` says that it fits
-    /// the type.
+    /// The number in `text`. `formatError` is true if `text` is no number; `ok` is then unchanged. `ok` is true if it
+    /// fits the type.
     long long toLongLongByBaseSystemString(const int &id, const QString &text, bool &ok, const int &base,
                                            bool &formatError);
-    /// The digits of `value` with the point before the last `decimalDigits` of `totalDigits` digits.
+    /// The digits of `value` with the decimal point before the last `decimalDigits` of `totalDigits` digits.
     QString getValueTextWithShiftDecimalPoint(const QVariant &value, const int &totalDigits, const int &decimalDigits,
                                               const bool &padToTotal);
     ///@}
 
     /// \name Commands
     ///@{
-    /// The tag's command; `ok` says whether the tag exists.
+    /// The tag's command; `ok` is true if the tag exists.
     CommunicatorCommand getCommunicatorCommandByIndex(int id, bool &ok);
     /// The tag's data type, an index into `dataTypeList`.
     int getDataTypeByID(int id);
     /// Bytes of one value of the tag's type; 1 for texts and unknown types.
     int getDataSizeByID(int id);
     int getDataSizeByType(int type);
-    /// The `CommunicatorCommand::DataType` of a tag data type; 9 for a number that is none.
+    /// The `CommunicatorCommand::DataType` of a tag data type; 9 for a wrong number.
     int getCommunicatorCommandDataType(int type);
     bool isReadOnce(int id);
     bool isBitType(int id);
-    /// The address as it stands.
+    /// Returns the address unchanged.
     QString normalizedAddress(const QString &address);
-    /// The symbol of the address format that the tag's address belongs to; empty when there is none.
+    /// The symbol of the tag's address format; empty when there is none.
     QString getPrefixSymbol(int id);
-    /// The `count` commands from the tag's on; empty when the tag, its link's label or its address is not valid.
+    /// `count` commands, starting with the tag's; empty when the tag, its link's label or its address is not valid.
     QList<CommunicatorCommand> getContinuousCommand(int id, int count);
     /// The same, `cap` units apart.
     QList<CommunicatorCommand> getContinuousCommandwithCap(int id, int count, int cap, bool checkRange);
-    /// Cuts the run of `count` items from the tag's on into block commands that the device takes. False, and `out`
-    /// untouched, when the run cannot be made or no item fits into a block.
+    /// Cuts the run of `count` items, starting with the tag's, into block commands for the device. Returns false and
+    /// leaves `out` when the run cannot be made or no item fits into a block.
     bool creatBlockCommand(int id, int count, QList<CommunicatorCommand> &out);
     ///@}
 
@@ -337,9 +335,9 @@ private:
     QStringList m_columnTypes;
     std::unique_ptr<label::TagNameList> m_tagNames;
     QSqlDatabase m_database;
-    /// By id; not changed after the constructor, so that no reader takes a lock.
+    /// By id; constant after the constructor, so readers take no lock.
     QMap<int, SystemTagItemInformation> m_systemTags;
-    /// From the first system id on: whether asking for the data type of an id without a tag has left a default tag.
+    /// From the first system id on: whether a query for the data type of an id without a tag made a default tag.
     std::unique_ptr<std::atomic<bool>[]> m_isDefaultSystemTag;
     QMap<int, QString> m_recipeTags;
     QMap<int, int> m_recipeConnectedIDs;

@@ -11,7 +11,7 @@ using label::TagStatements;
 
 namespace {
 
-/// A column's name that can stand in a prepared statement: others mean what they mean only in the text.
+/// A column name that a prepared statement may contain: others have a meaning only in the text.
 bool isPlainColumn(const QString &column)
 {
     return !column.isEmpty() && std::all_of(column.begin(), column.end(), [](QChar character) {
@@ -60,7 +60,7 @@ int TagSystem::getIntValueByID(int id, const QString &column)
     return value;
 }
 
-/// The record of a tag; an id without one gets a default record for good. Under `m_mutex`.
+/// The record of a tag; an id without one gets a default record, which stays. Under `m_mutex`.
 const TagSystem::CatchRecord &TagSystem::caught(int id)
 {
     const auto record = m_catchTable.constFind(id);

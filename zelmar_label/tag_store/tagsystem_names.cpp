@@ -90,8 +90,8 @@ int TagSystem::getRecipeConnectedID(int id)
     return label::isRecipeRowTagId(id) ? m_recipeRowConnectedIDs.value(id) : m_recipeConnectedIDs.value(id);
 }
 
-/// The tag behind a recipe tag, through any number of recipe tags; -1 where one of them names no tag. Recipe tags that
-/// stand for each other in a circle are connected to nothing.
+/// The tag to which a recipe tag leads, through any number of recipe tags; -1 if one of them names no tag. Recipe tags
+/// in a circle are connected to nothing.
 int TagSystem::resolvedRecipe(int id)
 {
     const int longest = m_recipeConnectedIDs.size() + m_recipeRowConnectedIDs.size();

@@ -25,7 +25,7 @@ struct SystemTag
     Information::TagType tagType;
 };
 
-// The tags that read back a clock value carry the id of the tag that sets it.
+// The tags that read back a clock value have the id of the tag that sets it.
 constexpr SystemTag countedTags[] = {
     {20010, 20010, "S>Current_screen_name", text, Information::InformationTag},
     {20011, 20011, "S>Change_screen", number, Information::ControlTag},

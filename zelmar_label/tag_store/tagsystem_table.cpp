@@ -77,7 +77,7 @@ bool TagSystem::isNotNormalTag(int id)
     return isSystemID(id) || isRecipeID(id);
 }
 
-/// The statement with the tag table's name in its first place.
+/// The statement with the tag table's name as first argument.
 QString TagSystem::tableStatement(const char *statement) const
 {
     return QString(QLatin1String(statement)).arg(customTagTableName());

@@ -18,7 +18,7 @@ using label::TagStatements;
 
 namespace {
 
-/// Finds a name and its numbered forms ("name-3"). The name is an expression itself.
+/// Matches a name and its numbered forms ("name-3"). The name is itself an expression.
 QRegExp nameAndNumber(const QString &name)
 {
     return QRegExp(QLatin1Char('^') + name + QLatin1String("(-(\\d+))?$"));
@@ -33,7 +33,7 @@ bool isBeforeReservedIds(qint64 given)
            isBefore(label::firstRecipeTagId, label::lastRecipeRowTagId);
 }
 
-/// False for 0, which numbers no tag, and for digits of other scripts.
+/// False for 0, which is no tag's number, and for digits of other scripts.
 bool isNumberAboveZero(const QString &digits)
 {
     const auto isDigit = [](QChar character) { return character >= QLatin1Char('0') && character <= QLatin1Char('9'); };
@@ -43,7 +43,7 @@ bool isNumberAboveZero(const QString &digits)
 
 } // namespace
 
-/// Runs the INSERT; the names are brought up to date when it succeeds.
+/// Runs the INSERT; updates the names when it succeeds.
 bool TagSystem::insertTag(const QString &name, const QString &address, int access, int connectorId, int dataType,
                           int scale, QString &error)
 {
@@ -73,14 +73,14 @@ bool TagSystem::insertTag(const QString &name, const QString &address, int acces
     return true;
 }
 
-/// The id of a new row as an expression of its INSERT: NULL, which leaves it to the database to count on, or, where
-/// that would give the id of a system or recipe tag, the first id behind those.
+/// The id of a new row as an expression of its INSERT: NULL lets the database count; if that would give the id of a
+/// system or recipe tag, the first id after those.
 QString TagSystem::newId() const
 {
     const qint64 counted = countedId();
     if (!isBeforeReservedIds(highestId()) && !isBeforeReservedIds(counted))
         return QStringLiteral("NULL");
-    // The statement itself looks, so that no other writer comes in between.
+    // The statement itself tests this, so that no other writer comes in between.
     return tableStatement(
                "(SELECT CASE WHEN next BETWEEN %2 AND %3 THEN %3 + 1 WHEN next BETWEEN %4 AND %5 THEN %5 + 1 "
                "END FROM (SELECT max(ifnull(max(id), 0), %6) + 1 AS next FROM %1))")
@@ -99,8 +99,8 @@ qint64 TagSystem::highestId() const
     return highest;
 }
 
-/// The highest id that the database remembers to have given, also of a row that was deleted since: only a table that
-/// the project made itself has such a memory. Else 0.
+/// The highest id that the database has given, also to a row deleted since. Only a table that the project made itself
+/// records it; else 0.
 qint64 TagSystem::countedId() const
 {
     const QSqlDatabase db = database();
@@ -165,7 +165,7 @@ bool TagSystem::modifyTag(const QString &name, const QString &address, int conne
     return true;
 }
 
-/// True when the name exists, bare or with a number behind it.
+/// True when the name exists, with or without a number after it.
 bool TagSystem::hasNumberedForm(const QString &name) const
 {
     const QRegExp expression = nameAndNumber(name);

@@ -6,8 +6,8 @@
 
 namespace label {
 
-/// The tag data types, as stored in the tag table. Up to 9 odd numbers are signed; the text forms go by that, also for
-/// the last two.
+/// The tag data types, as stored in the tag table. Up to 9 odd numbers are signed; the text forms use this rule also
+/// for the last two.
 enum TagDataType : int {
     TagBit = 0,
     TagInt8 = 1,

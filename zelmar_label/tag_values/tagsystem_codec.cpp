@@ -180,7 +180,7 @@ QVariant TagSystem::byteArrayToVarThreadSafe(int id, QByteArray bytes)
         return bytes.at(0) != '\0';
     if (type != label::TagAscii)
         return numberOf(type, bytes);
-    // A deep copy: the caller may hold its bytes in memory that does not last.
+    // A deep copy: the caller's bytes may be in temporary memory.
     return QByteArray(bytes.constData(), qBound(0, getScaleByID(id), bytes.size()));
 }
 

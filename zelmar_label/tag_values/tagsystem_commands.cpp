@@ -49,7 +49,7 @@ void setTag(CommunicatorCommand &command, int tagType, const QString &address, i
         command.dataType == CommunicatorCommand::Text ? static_cast<quint64>(static_cast<qint64>(scale)) : 1;
 }
 
-/// The longest block of a format in units of the tag. Types are numbers of the enumeration: one apart means half or
+/// The longest block of a format in units of the tag. Types are enumeration numbers: a difference of one means half or
 /// double.
 int blockInTagUnits(int block, int formatType, int tagType)
 {
@@ -99,7 +99,7 @@ CommunicatorCommand TagSystem::caughtCommand(int id, bool &ok)
     return command;
 }
 
-/// `redirections` counts the recipe tags on the way, which may stand for each other in a circle.
+/// `redirections` counts the recipe tags followed, which may form a circle.
 CommunicatorCommand TagSystem::commandOf(int id, bool &ok, int redirections)
 {
     if (m_catchTableReady && !isNotNormalTag(id))
@@ -201,7 +201,7 @@ QString TagSystem::normalizedAddress(const QString &address)
     return address;
 }
 
-/// The label for a tag, and its command; null for a tag without a link, and, after a line in the log, without a label.
+/// The label for a tag, and its command; null without a link and, after a line in the log, without a label.
 label::LabelInterface *TagSystem::labelOf(int id, CommunicatorCommand &command, const char *missing)
 {
     bool ok = false;
@@ -271,7 +271,7 @@ bool TagSystem::creatBlockCommand(int id, int count, QList<CommunicatorCommand> 
         return false;
     const std::lock_guard<std::recursive_mutex> lock(label::labelLock());
     const int block = blockInTagUnits(device->blocksize(row), device->datatype(row), command.dataType);
-    // Without room for one item the run would never be used up.
+    // Without room for one item the loop would never end.
     if (block <= 0)
         return false;
     out.clear();

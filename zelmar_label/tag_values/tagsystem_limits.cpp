@@ -37,7 +37,7 @@ Limits limitsOf(int type)
     case label::TagUInt32:
         return {highest<uint>(), 0};
     case label::TagFloat:
-        // A tenth of what the format holds: what panels accept.
+        // A tenth of the format's range: the range of panels.
         return {QStringLiteral("3.4e+37").toFloat(), QStringLiteral("-3.4e+37").toFloat()};
     case label::TagDouble:
         return {highest<double>(), std::numeric_limits<double>::lowest()};

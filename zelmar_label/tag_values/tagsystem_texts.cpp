@@ -9,7 +9,7 @@
 
 namespace {
 
-/// Odd types are written with a sign; for the 64-bit types this is the wrong way round, and stays so.
+/// Odd types have a sign; for the 64-bit types this is wrong, but stays so.
 bool isSigned(int type)
 {
     return type % 2 != 0;
@@ -44,8 +44,8 @@ qint64 withSign(quint64 pattern, int bits)
     return static_cast<qint64>(pattern << unused) >> unused;
 }
 
-/// The number that a text in `base` means for one of the types 1 to 6: in base 10 itself, else for a signed type its
-/// bit pattern. Nothing when it does not fit.
+/// The number of a text in `base` for one of the types 1 to 6: in base 10 the number itself, else the bit pattern of a
+/// signed type. Nothing when it does not fit.
 std::optional<qint64> fitted(qint64 value, int type, int base)
 {
     const int bits = textBits(type);
@@ -64,7 +64,7 @@ bool isBase(int base)
     return base == 0 || (base >= 2 && base <= 36);
 }
 
-/// Zeros to put before the digits so that a value below one keeps a zero before its point.
+/// Zeros before the digits, so that a value below one keeps a zero before its point.
 int missingZeros(int length, int totalDigits, int decimalDigits)
 {
     return totalDigits > decimalDigits ? decimalDigits + 1 - length : totalDigits - length;

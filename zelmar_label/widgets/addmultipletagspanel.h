@@ -9,12 +9,12 @@
 
 #include <memory>
 
-/// The form in which a person describes a run of tags to be added at once: how they are named and numbered, the step
-/// between their addresses, and how many. It holds the settings in its fields and makes no tags; what the numbers mean
-/// is the caller's. All fields stay live in both ways of numbering.
+/// A form for adding several tags at once: their names and numbers, the step between their addresses, and how many. It
+/// only keeps the settings in its fields; the caller interprets them and makes the tags. All fields stay enabled in
+/// both numbering modes.
 ///
-/// A derived class shows what the settings come to in `toolTipChanged`; its text belongs into the field
-/// "toolTipTextEdit", which `findChild` gives.
+/// A derived class shows the result of the settings in `toolTipChanged`; its text goes into the field
+/// "toolTipTextEdit", found with `findChild`.
 ///
 /// Not exported. GUI thread only.
 class AddMultipleTagsPanel : public QWidget
@@ -25,20 +25,20 @@ public:
     explicit AddMultipleTagsPanel(QWidget *parent);
     ~AddMultipleTagsPanel() override;
 
-    /// Text in front of the number in a tag's name; "T" at first.
+    /// Text before the number in a tag's name; "T" at first.
     QString prefix() const;
     void setPrefix(const QString &prefix);
 
-    /// Text behind the number in a tag's name.
+    /// Text after the number in a tag's name.
     QString postfix() const;
     void setPostfix(const QString &postfix);
 
-    /// True when tags are numbered one after the other, which is so at first.
+    /// True when tags are numbered in sequence, the initial mode.
     bool isSequential() const;
-    /// Of the two ways of numbering one is always chosen: to leave this one, choose the other.
+    /// One of the two numbering modes is always selected: to leave this one, select the other.
     void setSequential(const bool &sequential);
 
-    /// Digits of a tag's number, 0 to 999; larger ones are cut to that, here and below.
+    /// Digits of a tag's number, 0 to 999; here and below larger values become 999.
     int numberOfDigits() const;
     void setNumberOfDigits(const int &digits);
 
@@ -46,11 +46,11 @@ public:
     int startAt() const;
     void setStartAt(const int &start);
 
-    /// True when tags are numbered as their addresses.
+    /// True when tags have the numbers of their addresses.
     bool isSameAsPLCAddress() const;
     void setSameAsPLCAddress(const bool &same);
 
-    /// From one address to the next, 0 to 999.
+    /// Step from one address to the next, 0 to 999.
     int addressIncrement() const;
     void setAddressIncrement(const int &increment);
 
@@ -63,7 +63,7 @@ protected Q_SLOTS:
     virtual void on_sameAsPLCAddressRadioButton_clicked();
     virtual void on_addressIncrementSpinBox_valueChanged(int value);
 
-    /// Called after each change of the settings above, but not of the number of tags; does nothing here.
+    /// Called after each change of the settings above, but not of the number of tags; the default does nothing.
     virtual void toolTipChanged();
 
 private:

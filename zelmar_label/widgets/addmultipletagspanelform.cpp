@@ -51,7 +51,7 @@ QSpinBox *addSpinBox(QHBoxLayout *row, QWidget *group, const char *name, int max
     return box;
 }
 
-/// A button that stands in a little from the edge.
+/// A button with a small indent.
 QRadioButton *addMode(QHBoxLayout *row, QWidget *group, const char *name, const QString &text)
 {
     row->addItem(new QSpacerItem(20, 20, QSizePolicy::Fixed, QSizePolicy::Minimum));

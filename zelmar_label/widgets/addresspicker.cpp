@@ -196,11 +196,11 @@ void AddressPicker::makeTypesProxy()
 {
     QComboBox *const combo = ui->typesCombo;
     m_typesProxy = new QSortFilterProxyModel(combo);
-    // A row that is sorted at once moves away from the place that the combo box then writes its text to.
+    // A row sorted at once would move away from the position where the combo box then writes its text.
     m_typesProxy->setDynamicSortFilter(false);
     QAbstractItemModel *const source = combo->model();
     m_typesProxy->setSourceModel(source);
-    // A combo box deletes a model that it owns when it gets another.
+    // A combo box deletes its own model when it gets another.
     source->setParent(m_typesProxy);
     combo->setModel(m_typesProxy);
 }
@@ -211,7 +211,7 @@ void AddressPicker::fitTypesCombo(const QStringList &symbols)
     int widest = 0;
     for (const QString &symbol : symbols)
         widest = qMax(widest, metrics.horizontalAdvance(symbol));
-    // To measure thousands of symbols once is enough.
+    // Measures thousands of symbols only once.
     if (symbols.size() > longList)
         ui->typesCombo->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
     // Room for the arrow and the frame.

@@ -21,15 +21,15 @@ namespace label {
 class LabelInterface;
 }
 
-/// The widget in which a person composes one device address: data type, station number, prefix symbol and the text
-/// behind it, with a live list of the address formats that match so far.
+/// The widget to enter one device address: data type, station number, prefix symbol and the text after it, with a list
+/// of the address formats that match so far.
 ///
-/// All that it knows of the device comes from a label, which stays the caller's, can be exchanged at any time and has
-/// to outlive the picker or its next label. There is no branch for a null label.
+/// It reads everything about the device from a label. The caller keeps the label, may replace it at any time, and must
+/// keep it until the picker has another one or is deleted. The label must not be null.
 ///
-/// A *data type index* is a position in the list of `setDataTypeList`. One of them stands for bits; it decides whether
-/// bit or register symbols are offered. Index 8, "Ascii" in `TagSystem::dataTypeList`, shows the length. A *device
-/// index* is a position in the sorted list of symbols.
+/// A *data type index* is a position in the list of `setDataTypeList`. One of them is the bit type; it selects bit or
+/// register symbols. Index 8, "Ascii" in `TagSystem::dataTypeList`, shows the length. A *device index* is a position in
+/// the sorted list of symbols.
 ///
 /// GUI thread only.
 class ZELMAR_LABEL_EXPORT AddressPicker : public QWidget
@@ -40,16 +40,15 @@ public:
     /// An empty picker on data type 0, without data types, stations and a bit type.
     AddressPicker(label::LabelInterface *label, QWidget *parent);
 
-    /// A picker on an address. `range` is the text behind the symbol and is dropped when it makes no valid address;
-    /// `length` is a number of characters, and 0 or less for none. An empty `stationId` stands for no station.
+    /// A picker on an address. `range` is the text after the symbol; it is dropped when the address is not valid.
+    /// `length` is a number of characters, 0 or less for none. An empty `stationId` means no station.
     AddressPicker(label::LabelInterface *label, int dataType, const QString &stationId, int deviceIndex,
                   const QString &range, const QStringList &dataTypeList, int bitTypeIndex, const QList<int> &stations,
                   int length, QWidget *parent);
 
     ~AddressPicker() override;
 
-    /// Refills the picker in place, as the long constructor fills it. Of the signals only `addressChanged` goes out,
-    /// once, at the end.
+    /// Refills the picker like the long constructor. Emits only `addressChanged`, once, at the end.
     void resetAddressPicker(label::LabelInterface *label, int dataType, const QString &stationId, int deviceIndex,
                             const QString &range, const QStringList &dataTypeList, int bitTypeIndex,
                             const QList<int> &stations, int length);
@@ -57,7 +56,7 @@ public:
     /// Symbol and range, without station, valid or not.
     QString address();
 
-    /// `address`, preceded by the station and "-" where there is a station.
+    /// `address`, after the station and "-" if there is a station.
     QString addressWithStationId();
 
     /// True when the label has a row of any type for the address. May add a row to the label, as `addressValidation`.
@@ -67,14 +66,14 @@ public:
     /// The chosen station in decimal; empty for none.
     QString stationId();
 
-    /// The length as it stands in its field; 0 for an empty one.
+    /// The length in its field; 0 for an empty one.
     int length() const;
 
     /// Blocks or unblocks the signals of the picker and of its fields for data type, range, symbol and station.
     /// `updateTypesCombo`, `setDataTypeList` and `setAvailableStationNumbers` unblock the field that they fill.
     void setChildrenBlockSignals(bool block);
 
-    /// Rows of a caller's tag table that the picker works for: kept for the caller, not used here.
+    /// Rows of the caller's tag table: stored for the caller, not used here.
     void setTagTableCurrentRow(QList<int> rows);
     QList<int> tagTableCurrentRows();
 
@@ -85,20 +84,20 @@ public Q_SLOTS:
     /// Numbers of 0 or less are ignored.
     void setLength(int length);
 
-    /// Fills the list of symbols anew from the label, sorted and as wide as the widest, and keeps the chosen symbol if
+    /// Refills the list of symbols from the label, sorted and as wide as the widest, and keeps the selected symbol if
     /// it is still there.
     void updateTypesCombo();
 
-    /// Works on `label` from now on; the old label is not touched any more.
+    /// Uses `label` from now on, and no longer the old label.
     void setLabel(label::LabelInterface *label);
 
-    /// Chooses the station; a number that is not offered leaves none chosen, an empty text is ignored.
+    /// Selects the station; none for a number that is not in the list. Ignores an empty text.
     void setStationId(const QString &stationId);
 
-    /// Chooses the symbol at this position; none outside the list.
+    /// Selects the symbol at this position; none outside the list.
     void setDeviceIndex(int deviceIndex);
 
-    /// Writes the text behind the symbol, or an empty one if that would make no valid address.
+    /// Writes the text after the symbol, or an empty one if the address would not be valid.
     void setRange(const QString &range);
 
     void setDataTypeList(const QStringList &dataTypeList);
@@ -106,18 +105,18 @@ public Q_SLOTS:
     /// Takes effect with the next `updateTypesCombo`.
     void setBitTypeIndex(int bitTypeIndex);
 
-    /// Offers these stations, in this order, behind an empty entry for none, which is chosen.
+    /// Lists these stations in this order, after an empty entry for none, which is selected.
     void setAvailableStationNumbers(const QList<int> &availableStationNumbers);
 
 Q_SIGNALS:
-    /// The data type was set, also to the one that it was. A call of `setDataType` that changes the choice gives it
-    /// twice, a choice of the user once.
+    /// The data type was set, also to the same one. A `setDataType` that changes it emits this twice, a change by the
+    /// user once.
     void dataTypeChanged(int newDataTypeIndex);
 
-    /// The choice of the data type changed.
+    /// The selected data type changed.
     void dataTypeChangedToTagTable(int dataType);
 
-    /// Symbol, range or station changed while there is a range; `address` has the station.
+    /// Symbol, range or station changed while the range is not empty; `address` includes the station.
     void addressChanged(const QString &address);
 
     /// The text of the length changed.
@@ -148,7 +147,7 @@ private:
     /// While true, `updateRangeLabel` does nothing.
     bool m_updating = false;
     QList<int> m_tagTableCurrentRows;
-    /// Sorts the symbols; made on first use.
+    /// Sorts the symbols; created on first use.
     QSortFilterProxyModel *m_typesProxy = nullptr;
 };
 

@@ -11,7 +11,7 @@
 
 namespace {
 
-/// The dialog edits an address and no length; the picker shows one for texts all the same.
+/// The dialog edits no length, but the picker shows one for texts.
 constexpr int shortestLength = 1;
 
 } // namespace
@@ -37,7 +37,7 @@ AddressPickerDialog::AddressPickerDialog(label::LabelInterface *label, int dataT
     column->addWidget(m_picker);
     column->addWidget(m_buttonBox);
     setLayout(column);
-    // The range is selected, to be typed over.
+    // The range is selected, so that typing replaces it.
     m_picker->findChild<QLineEdit *>(QStringLiteral("RangeEditor"))->setFocus();
 }
 

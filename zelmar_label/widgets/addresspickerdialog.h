@@ -19,9 +19,9 @@ namespace label {
 class LabelInterface;
 }
 
-/// An `AddressPicker` above "OK" and "Cancel". The label stays the caller's and has to outlive the dialog.
+/// An `AddressPicker` above "OK" and "Cancel". The caller keeps the label, which must outlive the dialog.
 ///
-/// Not exported: editors get at it through `SimpleAddressPicker`. GUI thread only.
+/// Not exported: editors use it through `SimpleAddressPicker`. GUI thread only.
 class AddressPickerDialog : public QDialog
 {
     Q_OBJECT
@@ -30,7 +30,7 @@ public:
     /// An empty dialog, without a picker.
     explicit AddressPickerDialog(QWidget *parent);
 
-    /// A dialog on an address; the arguments are those of `AddressPicker`.
+    /// A dialog for an address; the arguments are those of `AddressPicker`.
     AddressPickerDialog(label::LabelInterface *label, int dataType, const QString &stationId, int deviceIndex,
                         const QString &range, const QStringList &dataTypeList, int bitTypeIndex,
                         const QList<int> &stations, QWidget *parent);
@@ -38,7 +38,7 @@ public:
     /// The address in the picker, valid or not; empty without a picker.
     QString addressWithStationId();
 
-    /// Index of the data type that was chosen last.
+    /// Index of the last selected data type.
     int dataType();
 
 public Q_SLOTS:

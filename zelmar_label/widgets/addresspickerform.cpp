@@ -48,7 +48,7 @@ AddressPicker::Form::Form(AddressPicker *picker)
     matchedLabel->setText(tr("Matched Format:"));
     frameColumn->addWidget(matchedLabel);
     formattingList = named(new QListWidget(frame), "formattingList");
-    // A key stroke need not wait until thousands of formats have their places.
+    // A key stroke must not wait for the layout of thousands of formats.
     formattingList->setLayoutMode(QListView::Batched);
     frameColumn->addWidget(formattingList);
     frameColumn->setStretch(1, 1);

@@ -16,8 +16,8 @@ class QLineEdit;
 class QListWidget;
 QT_END_NAMESPACE
 
-/// The picker's fields. The picker owns them as its children; their object names are kept as they are, since editors
-/// find the fields and style them by name.
+/// The picker's fields. The picker owns them as its children; their object names must not change: editors find and
+/// style the fields by name.
 struct ZELMAR_LABEL_NO_EXPORT AddressPicker::Form
 {
     Q_DECLARE_TR_FUNCTIONS(AddressPicker)

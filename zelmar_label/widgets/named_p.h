@@ -8,7 +8,7 @@
 
 namespace label {
 
-/// `object`, now of this object name.
+/// Sets the object name and returns `object`.
 template<typename Object>
 Object *named(Object *object, const char *name)
 {

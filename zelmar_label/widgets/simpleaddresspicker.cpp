@@ -19,7 +19,7 @@ using label::named;
 
 namespace {
 
-/// One for all: `getAddressRemoveStation` tells what it saw last.
+/// Shared by all widgets: `getAddressRemoveStation` returns its last result.
 QRegExp &stationAndAddress()
 {
     static QRegExp expression(QStringLiteral("(\\d{0,3})-?([^-]*)"));
@@ -42,8 +42,8 @@ struct StartOfDialog
     QString range;
 };
 
-/// The position of the address's symbol in the label's list; the dialog sorts that list, so that the two agree for a
-/// label that gives its symbols sorted.
+/// The position of the address's symbol in the label's list. The dialog sorts that list: the positions agree only if
+/// the label's symbols are sorted.
 StartOfDialog startOfDialog(label::LabelInterface &label, const QString &address, bool isBit)
 {
     QString prefix;

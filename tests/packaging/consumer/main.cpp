@@ -7,7 +7,7 @@
 #include <QCoreApplication>
 #include <QTextStream>
 
-/// Judges one address, as a program outside the project would: exit code 0 when all is as expected.
+/// Tests one address like a program outside the project; exit code 0 when all is as expected.
 int main(int argc, char *argv[])
 {
     QCoreApplication application(argc, argv);
