@@ -579,7 +579,7 @@ void TestDriverLinter::foreignDatabaseIsJudged_data()
                                         << QString();
     QTest::newRow("a field without a value") << QStringLiteral("UPDATE good_types SET \"end\" = NULL WHERE type = 2")
                                              << QStringLiteral("1:register-missing 2:bad-value");
-    QTest::newRow("a column that nobody reads")
+    QTest::newRow("a column without a reader")
         << QStringLiteral("ALTER TABLE good_types ADD COLUMN colour TEXT") << QString();
 }
 

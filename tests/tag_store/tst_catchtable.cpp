@@ -314,7 +314,7 @@ void CatchTableTest::writesShowAtOnce()
     QCOMPARE(tags->getScaleByID(1), 7);
     QCOMPARE(tags->getAccessModeByID(1), 8);
 
-    const QString other = QStringLiteral("somebody else");
+    const QString other = QStringLiteral("another text");
     openProject(m_folder->filePath(QStringLiteral("project")), other);
     executeOn(other, QStringLiteral("UPDATE custom_tag_table SET address = 'D103', scale = 9 WHERE id = 1"));
     closeProject(other);
