@@ -40,6 +40,7 @@ private Q_SLOTS:
 
     void aCallersTextGoes();
     void aCallersSymbolGoes();
+    void aCallersDataGoes();
     void aCallersOrderGoes();
     void aCallersWidthGoes();
     void symbolsAreInOrder_data();
@@ -118,6 +119,17 @@ void AddressPickerRefillTest::aCallersSymbolGoes()
     symbolBox(*picker).removeItem(0);
     picker->setDataType(3);
     QCOMPARE(textsOf(symbolBox(*picker)), QStringList({"D", "W", "X"}));
+}
+
+void AddressPickerRefillTest::aCallersDataGoes()
+{
+    const auto picker = makePicker(m_label);
+    symbolBox(*picker).setItemData(1, "caller");
+    symbolBox(*picker).setItemData(1, "tip", Qt::ToolTipRole);
+    picker->updateTypesCombo();
+    QCOMPARE(symbolBox(*picker).itemText(1), QString("W"));
+    QCOMPARE(symbolBox(*picker).itemData(1), QVariant());
+    QCOMPARE(symbolBox(*picker).itemData(1, Qt::ToolTipRole), QVariant());
 }
 
 void AddressPickerRefillTest::aCallersOrderGoes()

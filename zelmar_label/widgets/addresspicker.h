@@ -6,6 +6,7 @@
 
 #include "zelmar_label/zelmar_label_export.h"
 
+#include <QFont>
 #include <QList>
 #include <QString>
 #include <QStringList>
@@ -149,6 +150,10 @@ private:
     QList<int> m_tagTableCurrentRows;
     /// Sorts the symbols; created on first use.
     QSortFilterProxyModel *m_typesProxy = nullptr;
+    /// The width that the symbols need in the font.
+    int m_measuredWidth = 0;
+    QStringList m_measuredSymbols;
+    QFont m_measuredFont;
 };
 
 #endif
