@@ -1,0 +1,348 @@
+// SPDX-FileCopyrightText: the zelmar_label authors
+// SPDX-License-Identifier: MIT
+
+#include "zelmar_label/address_grammar/automaton_p.h"
+
+#include <algorithm>
+#include <map>
+#include <queue>
+#include <set>
+
+namespace label {
+
+namespace {
+
+constexpr std::size_t mostStates = 4096;
+constexpr std::size_t mostClasses = 250;
+constexpr uint lastAscii = 127;
+
+bool isShorter(const QString &left, const QString &right)
+{
+    return left.size() != right.size() ? left.size() < right.size() : left < right;
+}
+
+/// How readable a character is in a text for people.
+int plainness(uint unit)
+{
+    if (unit >= '0' && unit <= '9')
+        return 0;
+    if (unit >= 'A' && unit <= 'Z')
+        return 1;
+    if (unit >= 'a' && unit <= 'z')
+        return 2;
+    return unit > ' ' && unit < lastAscii ? 3 : unit <= lastAscii ? 4 : 5;
+}
+
+} // namespace
+
+void Automaton::divide(const std::vector<CharacterSet> &sets)
+{
+    std::set<uint> starts = {0, lastAscii + 1, groupStartMark, groupEndMark};
+    for (const CharacterSet &set : sets) {
+        for (const CharacterSet::Range range : set.ranges())
+            starts.insert({range.first, range.last + 1});
+    }
+    std::map<std::vector<bool>, uint> classes;
+    for (auto run = starts.begin(); run != starts.end(); ++run) {
+        std::vector<bool> membership;
+        for (const CharacterSet &set : sets)
+            membership.push_back(set.contains(*run));
+        const uint unitClass = classes.insert({membership, uint(classes.size())}).first->second;
+        if (unitClass == m_units.size())
+            m_units.push_back(*run);
+        const uint end = std::next(run) == starts.end() ? *run + 1 : *std::next(run);
+        for (uint unit = *run; unit < end && unit <= lastAscii; ++unit) {
+            m_ascii[unit] = static_cast<uchar>(unitClass);
+            if (plainness(unit) < plainness(m_units[unitClass]))
+                m_units[unitClass] = unit;
+        }
+        if (*run > lastAscii && (m_beyondAscii.empty() || m_beyondAscii.back().unitClass != unitClass))
+            m_beyondAscii.push_back({*run, static_cast<uchar>(unitClass)});
+    }
+    m_classes = static_cast<uint>(m_units.size());
+}
+
+uint Automaton::classBeyondAscii(uint unit) const
+{
+    const auto behind = std::upper_bound(m_beyondAscii.begin(), m_beyondAscii.end(), unit,
+                                         [](uint value, ClassRun run) { return value < run.first; });
+    return std::prev(behind)->unitClass;
+}
+
+std::optional<Automaton> Automaton::of(PatternExpressions &expressions, const std::vector<Expression> &roots)
+{
+    Automaton automaton;
+    std::vector<CharacterSet> sets;
+    for (const Expression root : roots)
+        expressions.collectSets(root, sets);
+    automaton.divide(sets);
+    if (automaton.m_classes > mostClasses || roots.size() > mostExpressions)
+        return std::nullopt;
+    const std::vector<Expression> nothing(roots.size(), expressions.nothing());
+    std::map<std::vector<Expression>, State> known = {{nothing, dead}};
+    std::vector<std::vector<Expression>> states = {nothing};
+    const auto stateOf = [&](const std::vector<Expression> &parts) {
+        const auto [place, isNew] = known.insert({parts, static_cast<State>(states.size())});
+        if (isNew)
+            states.push_back(parts);
+        return place->second;
+    };
+    // The start is a state of its own, so that its number is known also when it can match nothing.
+    states.push_back(roots);
+    known.insert({roots, start});
+    for (std::size_t state = 0; state < states.size(); ++state) {
+        if (states.size() > mostStates)
+            return std::nullopt;
+        Accepted accepted = 0;
+        for (std::size_t index = 0; index < roots.size(); ++index)
+            accepted |= Accepted(expressions.isNullable(states[state][index]) ? 1 : 0) << index;
+        automaton.m_accepted.push_back(accepted);
+        for (const uint unit : automaton.m_units) {
+            std::vector<Expression> parts = states[state];
+            for (Expression &part : parts)
+                part = expressions.derivative(part, unit);
+            automaton.m_next.push_back(stateOf(parts));
+        }
+    }
+    automaton.markDeadStates();
+    return automaton;
+}
+
+/// Leads what cannot reach an accepting state to the dead one.
+void Automaton::markDeadStates()
+{
+    std::vector<bool> isAlive(m_accepted.size());
+    for (std::size_t state = 0; state < m_accepted.size(); ++state)
+        isAlive[state] = m_accepted[state] != 0;
+    for (bool hasGrown = true; hasGrown;) {
+        hasGrown = false;
+        for (std::size_t state = m_accepted.size(); state-- > 0;) {
+            const auto row = m_next.begin() + static_cast<std::ptrdiff_t>(state * m_classes);
+            if (isAlive[state] || std::none_of(row, row + m_classes, [&](State next) { return isAlive[next]; }))
+                continue;
+            isAlive[state] = true;
+            hasGrown = true;
+        }
+    }
+    for (State &next : m_next)
+        next = isAlive[next] ? next : dead;
+}
+
+int Automaton::front(QStringView text) const
+{
+    State state = start;
+    for (int at = 0; at < text.size(); ++at) {
+        state = next(state, text.at(at).unicode());
+        if (state == dead)
+            return at;
+    }
+    return static_cast<int>(text.size());
+}
+
+QString Automaton::following(State state) const
+{
+    QString characters;
+    for (uint unit = 0; unit <= lastAscii; ++unit) {
+        if (next(state, unit) != dead)
+            characters.append(QChar(unit));
+    }
+    return characters;
+}
+
+/// For each state a shortest text from it to an accepting one; null for none.
+std::vector<QString> Automaton::shortestEnds() const
+{
+    std::vector<QString> ends(m_accepted.size());
+    for (std::size_t state = 0; state < ends.size(); ++state) {
+        if (m_accepted[state] != 0)
+            ends[state] = QLatin1String("");
+    }
+    for (bool hasChanged = true; hasChanged;) {
+        hasChanged = false;
+        for (std::size_t state = ends.size(); state-- > 0;) {
+            for (uint unitClass = 0; unitClass < m_classes; ++unitClass) {
+                const State next = m_next[state * m_classes + unitClass];
+                if (ends[next].isNull() || m_units[unitClass] > CharacterSet::lastUnit)
+                    continue;
+                if (!ends[state].isNull() && ends[state].size() <= ends[next].size() + 1)
+                    continue;
+                ends[state] = QChar(m_units[unitClass]) + ends[next];
+                hasChanged = true;
+            }
+        }
+    }
+    return ends;
+}
+
+QStringList Automaton::samples(int most) const
+{
+    const std::vector<QString> ends = shortestEnds();
+    std::vector<QString> fronts(m_accepted.size());
+    fronts[start] = QLatin1String("");
+    QStringList texts;
+    if (!ends[start].isNull())
+        texts.append(ends[start]);
+    std::vector<State> order = {start};
+    for (std::size_t index = 0; index < order.size(); ++index) {
+        const State state = order[index];
+        // Both ends of a class: the first digit and the last, say.
+        std::vector<uint> units;
+        std::vector<bool> isSeen(m_classes, false);
+        for (uint unit = lastAscii; unit-- > ' ';) {
+            if (!isSeen[classOf(unit)])
+                units.push_back(unit);
+            isSeen[classOf(unit)] = true;
+        }
+        units.insert(units.end(), m_units.begin(), m_units.end());
+        for (const uint unit : units) {
+            const State to = next(state, unit);
+            if (to == dead || unit > CharacterSet::lastUnit)
+                continue;
+            const QString text = fronts[state] + QChar(unit);
+            texts.append(text + ends[to]);
+            if (fronts[to].isNull()) {
+                fronts[to] = text;
+                order.push_back(to);
+            }
+        }
+    }
+    std::sort(texts.begin(), texts.end(), isShorter);
+    texts.erase(std::unique(texts.begin(), texts.end()), texts.end());
+    return texts.mid(0, most);
+}
+
+template<typename IsWitness>
+std::optional<QString> Automaton::witness(const Automaton &other, IsWitness isWitness) const
+{
+    std::map<std::pair<uint, uint>, uint> units;
+    const auto offer = [&](uint unit) {
+        const auto place = units.insert({{classOf(unit), other.classOf(unit)}, unit}).first;
+        if (plainness(unit) < plainness(place->second))
+            place->second = unit;
+    };
+    for (uint unit = 0; unit <= lastAscii; ++unit)
+        offer(unit);
+    for (const Automaton *const one : {this, &other}) {
+        for (const ClassRun run : one->m_beyondAscii) {
+            if (run.first <= CharacterSet::lastUnit)
+                offer(run.first);
+        }
+    }
+    std::vector<uint> plainest;
+    for (const auto &unit : units)
+        plainest.push_back(unit.second);
+    std::sort(plainest.begin(), plainest.end(), [](uint left, uint right) {
+        return plainness(left) != plainness(right) ? plainness(left) < plainness(right) : left < right;
+    });
+
+    using Pair = std::pair<State, State>;
+    std::map<Pair, QString> texts = {{{start, start}, QLatin1String("")}};
+    std::vector<Pair> order = {{start, start}};
+    for (std::size_t index = 0; index < order.size(); ++index) {
+        const Pair pair = order[index];
+        if (isWitness(m_accepted[pair.first] != 0, other.m_accepted[pair.second] != 0))
+            return texts[pair];
+        for (const uint unit : plainest) {
+            const Pair to(next(pair.first, unit), other.next(pair.second, unit));
+            if (to.first != dead && texts.insert({to, texts[pair] + QChar(unit)}).second)
+                order.push_back(to);
+        }
+    }
+    return std::nullopt;
+}
+
+std::optional<QString> Automaton::textOutside(const Automaton &other) const
+{
+    return witness(other, [](bool isMine, bool isOthers) { return isMine && !isOthers; });
+}
+
+std::optional<QString> Automaton::sharedText(const Automaton &other) const
+{
+    return witness(other, [](bool isMine, bool isOthers) { return isMine && isOthers; });
+}
+
+bool Automaton::hasAmbiguousMarks() const
+{
+    // Two runs over one text; a run that takes a mark alone differs from the other from then on.
+    struct Runs
+    {
+        State left;
+        State right;
+        bool differ;
+
+        bool operator<(const Runs &other) const
+        {
+            return std::tie(left, right, differ) < std::tie(other.left, other.right, other.differ);
+        }
+    };
+    std::set<Runs> seen;
+    std::vector<Runs> open;
+    const auto visit = [&](const Runs &runs) {
+        if (runs.left != dead && runs.right != dead && seen.insert(runs).second)
+            open.push_back(runs);
+    };
+    visit({start, start, false});
+    while (!open.empty()) {
+        const Runs runs = open.back();
+        open.pop_back();
+        if (runs.differ && m_accepted[runs.left] != 0 && m_accepted[runs.right] != 0)
+            return true;
+        for (const uint unit : m_units) {
+            const State left = next(runs.left, unit);
+            visit({left, next(runs.right, unit), runs.differ});
+            if (unit > CharacterSet::lastUnit)
+                visit({left, runs.right, true});
+        }
+    }
+    return false;
+}
+
+std::vector<NearText> Automaton::near(QStringView text, const std::vector<PositionEdits> &edits, int mostCost,
+                                      int most) const
+{
+    struct Step
+    {
+        int cost;
+        int order;
+        State state;
+        int at;
+        QString built;
+
+        bool operator<(const Step &other) const { return cost != other.cost ? cost > other.cost : order > other.order; }
+    };
+    std::vector<NearText> found;
+    std::priority_queue<Step> open;
+    std::map<std::pair<State, int>, int> visits;
+    int order = 0;
+    const auto push = [&](int cost, State state, int at, const QString &built) {
+        if (cost <= mostCost && state != dead)
+            open.push({cost, order++, state, at, built});
+    };
+    push(0, start, 0, QString());
+    while (!open.empty() && static_cast<int>(found.size()) < most) {
+        const Step step = open.top();
+        open.pop();
+        if (++visits[{step.state, step.at}] > most)
+            continue;
+        const bool isAtEnd = step.at == text.size();
+        if (isAtEnd && m_accepted[step.state] != 0 &&
+            std::none_of(found.begin(), found.end(), [&](const NearText &one) { return one.text == step.built; }))
+            found.push_back({step.built, step.cost});
+        const PositionEdits &here = edits[static_cast<std::size_t>(step.at)];
+        for (const CharacterEdit &edit : here.insertions)
+            push(step.cost + edit.cost, next(step.state, edit.character.unicode()), step.at,
+                 step.built + edit.character);
+        if (isAtEnd)
+            continue;
+        const QChar own = text.at(step.at);
+        push(step.cost, next(step.state, own.unicode()), step.at + 1, step.built + own);
+        for (const CharacterEdit &edit : here.replacements)
+            push(step.cost + edit.cost, next(step.state, edit.character.unicode()), step.at + 1,
+                 step.built + edit.character);
+        if (here.removalCost > 0)
+            push(step.cost + here.removalCost, step.state, step.at + 1, step.built);
+    }
+    return found;
+}
+
+} // namespace label
