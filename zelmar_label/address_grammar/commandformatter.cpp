@@ -4,38 +4,32 @@
 #include "zelmar_label/address_grammar/commandformatter.h"
 
 #include "zelmar_label/address_grammar/addressparts_p.h"
-#include "zelmar_label/address_grammar/patternprefix_p.h"
+#include "zelmar_label/address_grammar/addressrow.h"
 #include "zelmar_label/address_grammar/radixnumber_p.h"
 #include "zelmar_label/address_grammar/stationaddress_p.h"
 
 #include <QDebug>
 
+#include <algorithm>
+#include <utility>
+
 namespace label {
 
 namespace {
 
-/// An upper bound of the nesting depth of groups.
-int nesting(const QString &pattern)
+bool isNameCharacter(QChar character)
 {
-    int depth = 0;
-    int deepest = 0;
-    for (const QChar character : pattern) {
-        if (character == QLatin1Char('('))
-            deepest = qMax(deepest, ++depth);
-        else if (character == QLatin1Char(')'))
-            depth = qMax(0, depth - 1);
-    }
-    return deepest;
+    return character.isLetterOrNumber() || character == QLatin1Char('_');
 }
 
-QRegExp expressionOf(const QString &pattern)
+std::shared_ptr<const AddressRow> emptyRow()
 {
-    // The parser of expressions is recursive and its stack is limited: an expression with thousands of nested groups
-    // counts as invalid.
-    constexpr int deepestNesting = 1000;
-    if (nesting(pattern) > deepestNesting)
-        return QRegExp(QStringLiteral("("));
-    return QRegExp(pattern, Qt::CaseSensitive, QRegExp::RegExp);
+    static const auto row = [] {
+        AddressColumns columns;
+        columns.continueRule = QStringLiteral("N");
+        return std::make_shared<const AddressRow>(std::move(columns), QString());
+    }();
+    return row;
 }
 
 // The fields that a change of station keeps; it drops the auxiliary text and flag.
@@ -53,8 +47,7 @@ CommunicatorCommand commandAt(const QString &address, const CommunicatorCommand 
 } // namespace
 
 CommandFormatter::CommandFormatter()
-    : m_continueRuleText(QStringLiteral("N"))
-    , m_patternPrefix(std::make_shared<PatternPrefix>(QString()))
+    : m_row(emptyRow())
 {
 }
 
@@ -62,30 +55,33 @@ CommandFormatter::CommandFormatter(const QString &pattern, int type, int address
                                    const QString &prefixSymbol, QString start, QString end, unsigned long long dataSize,
                                    const QString &multipleRule, const QString &catchTable, int base, int blocksize,
                                    const QString &continueRule)
-    : m_pattern(expressionOf(pattern))
-    , m_patternText(pattern)
-    , m_type(type)
-    , m_addressGroupIndex(addressGroupIndex)
-    , m_dataSize(dataSize)
-    , m_start(std::move(start))
-    , m_end(std::move(end))
-    , m_base(base)
-    , m_description(description)
-    , m_prefixSymbol(prefixSymbol)
-    , m_catchTable(catchTable)
-    , m_multipleRule(multipleRule)
-    , m_blocksize(blocksize)
-    , m_continueRuleText(continueRule)
-    , m_script(multipleRule)
-    , m_patternPrefix(std::make_shared<PatternPrefix>(pattern))
 {
     qDebug() << "------------------------------------------    commandformatter";
-    readLimits();
-    m_script.load();
+    auto script = std::make_unique<ScriptHook>(multipleRule);
+    AddressColumns columns{pattern,        type,     addressGroupIndex, description, prefixSymbol, std::move(start),
+                           std::move(end), dataSize, multipleRule,      catchTable,  base,         blocksize,
+                           continueRule,   QString()};
+    m_row = std::make_shared<const AddressRow>(std::move(columns), script->path);
+    script->load();
+    if (script->loaded)
+        m_script = std::move(script);
 }
 
-CommandFormatter::CommandFormatter(const CommandFormatter &) = default;
-CommandFormatter &CommandFormatter::operator=(const CommandFormatter &) = default;
+CommandFormatter::CommandFormatter(const CommandFormatter &other)
+{
+    *this = other;
+}
+
+CommandFormatter &CommandFormatter::operator=(const CommandFormatter &other)
+{
+    m_row = other.m_row;
+    // An engine is not copied: its file is read again, and may be gone.
+    m_script = other.m_script ? std::make_unique<ScriptHook>(*other.m_script) : nullptr;
+    if (m_script && !m_script->loaded)
+        m_script.reset();
+    return *this;
+}
+
 CommandFormatter::CommandFormatter(CommandFormatter &&) noexcept = default;
 CommandFormatter &CommandFormatter::operator=(CommandFormatter &&) noexcept = default;
 CommandFormatter::~CommandFormatter() = default;
@@ -95,87 +91,132 @@ void CommandFormatter::copy(const CommandFormatter &other)
     *this = other;
 }
 
-void CommandFormatter::readLimits()
+const AddressColumns &CommandFormatter::columns() const
 {
-    m_firstNumber = readNumber(m_start, m_base);
-    m_lastNumber = readNumber(m_end, m_base);
+    return m_row->columns;
+}
+
+const ScriptHook &CommandFormatter::script() const
+{
+    static const ScriptHook none;
+    return m_script ? *m_script : none;
+}
+
+void CommandFormatter::change(AddressColumns columns)
+{
+    m_row = std::make_shared<const AddressRow>(std::move(columns), *m_row);
 }
 
 void CommandFormatter::setPattern(const QString &pattern)
 {
-    m_pattern = expressionOf(pattern);
-    m_patternText = pattern;
-    m_patternPrefix = std::make_shared<PatternPrefix>(pattern);
+    AddressColumns changed = columns();
+    changed.pattern = pattern;
+    change(std::move(changed));
 }
 
 QString CommandFormatter::pattern() const
 {
-    return m_patternText;
+    return columns().pattern;
 }
 
 void CommandFormatter::setPrefixSymbol(const QString &symbol)
 {
-    m_prefixSymbol = symbol;
+    AddressColumns changed = columns();
+    changed.prefixSymbol = symbol;
+    change(std::move(changed));
 }
 
 QString CommandFormatter::prefixSymbol() const
 {
-    return m_prefixSymbol;
+    return columns().prefixSymbol;
 }
 
 void CommandFormatter::setEditorPrefixSymbol(const QString &symbol)
 {
-    m_editorPrefixSymbol = symbol;
+    AddressColumns changed = columns();
+    changed.editorPrefixSymbol = symbol;
+    change(std::move(changed));
 }
 
 QString CommandFormatter::getEditorUsedPrefixsymbol() const
 {
-    return m_editorPrefixSymbol.isEmpty() ? m_prefixSymbol : m_editorPrefixSymbol;
+    return columns().editorPrefixSymbol.isEmpty() ? columns().prefixSymbol : columns().editorPrefixSymbol;
 }
 
 QString CommandFormatter::formatString() const
 {
-    return m_description;
+    return columns().description;
 }
 
 int CommandFormatter::type() const
 {
-    return m_type;
+    return columns().type;
 }
 
 unsigned long long CommandFormatter::datasize() const
 {
-    return m_dataSize;
+    return columns().dataSize;
 }
 
 int CommandFormatter::base() const
 {
-    return m_base;
+    return columns().base;
 }
 
 int CommandFormatter::blocksize() const
 {
-    return m_blocksize;
+    return columns().blocksize;
 }
 
 QString CommandFormatter::catchTable() const
 {
-    return m_catchTable;
+    return columns().catchTable;
 }
 
 QString CommandFormatter::start() const
 {
-    return m_start;
+    return columns().start;
 }
 
 QString CommandFormatter::end() const
 {
-    return m_end;
+    return columns().end;
 }
 
 QString CommandFormatter::ruleText() const
 {
-    return m_multipleRule.text;
+    return m_row->rule.text;
+}
+
+const MultipleRule &CommandFormatter::rule() const
+{
+    return m_row->rule;
+}
+
+std::optional<int> CommandFormatter::firstNumber() const
+{
+    return m_row->first;
+}
+
+std::optional<int> CommandFormatter::lastNumber() const
+{
+    return m_row->last;
+}
+
+const Pattern &CommandFormatter::compiledPattern() const
+{
+    return m_row->pattern;
+}
+
+TextPlace CommandFormatter::rangePlace(QStringView deviceAddress) const
+{
+    return m_row->pattern.group(columns().addressGroupIndex, deviceAddress);
+}
+
+bool CommandFormatter::isFamilyTemplate() const
+{
+    return !columns().pattern.isEmpty() &&
+           std::all_of(columns().pattern.begin(), columns().pattern.end(), isNameCharacter);
 }
 
 bool CommandFormatter::hadStationID(const QString &address) const
@@ -208,13 +249,12 @@ CommunicatorCommand CommandFormatter::addStationID(int stationId, const Communic
 AddressParts CommandFormatter::splitAddress(const QString &deviceAddress) const
 {
     AddressParts parts;
-    parts.radix = m_base;
+    parts.radix = columns().base;
     parts.number = getAddresRangePart(deviceAddress);
-    const QString range = getRangeString(deviceAddress);
-    const int position = m_pattern.pos(m_addressGroupIndex);
-    parts.prefix = deviceAddress.left(position);
-    if (position >= 0)
-        parts.suffix = deviceAddress.mid(position + range.size());
+    const TextPlace range = rangePlace(deviceAddress);
+    parts.prefix = deviceAddress.left(range.start);
+    if (range.start >= 0)
+        parts.suffix = deviceAddress.mid(range.start + range.size);
     return parts;
 }
 

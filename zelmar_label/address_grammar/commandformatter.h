@@ -10,16 +10,19 @@
 #include "zelmar_label/zelmar_label_export.h"
 
 #include <QList>
-#include <QRegExp>
 #include <QString>
+#include <QStringView>
 
 #include <memory>
 #include <optional>
 
 namespace label {
 
-class PatternPrefix;
+class AddressRow;
+class Pattern;
+struct AddressColumns;
 struct AddressParts;
+struct TextPlace;
 
 /// One address format of one device, made from one row of its device table. It tests addresses, reads their number and
 /// bit, tests the device's limits, makes the neighbouring addresses, and cuts data into commands.
@@ -35,8 +38,9 @@ struct AddressParts;
 ///
 /// A row whose rule text names an existing script file leaves some questions to the script (see `ScriptHook`).
 ///
-/// Nothing throws. A value, but a copy is not cheap: it copies the pattern and evaluates a loaded script again. Not
-/// thread-safe, not even const operations: pattern and script keep state of their last use. Callers serialise.
+/// Nothing throws. A value over a shared, compiled row: a copy costs a pointer, and on a row with a loaded script the
+/// script's evaluation. Any number of threads may call the const operations of one formatter; calls of a script wait
+/// for each other.
 class ZELMAR_LABEL_EXPORT CommandFormatter
 {
 public:
@@ -90,6 +94,23 @@ public:
     QString end() const;
     /// The `multiple_rule` text.
     QString ruleText() const;
+    ///@}
+
+    /// \name What is read of the columns
+    ///@{
+    /// The rule.
+    const MultipleRule &rule() const;
+    /// The limits as numbers, inclusive; nothing for one that is no number in radix `base()`.
+    std::optional<int> firstNumber() const;
+    std::optional<int> lastNumber() const;
+    /// The compiled pattern.
+    const Pattern &compiledPattern() const;
+    /// The place of the range string in a device address; a start of -1 when the pattern is not found in it.
+    TextPlace rangePlace(QStringView deviceAddress) const;
+    /// True when a script parses the addresses of the row.
+    bool isScripted() const { return m_script != nullptr; }
+    /// True when the row is the template of a dynamic family: its pattern is a plain name, not an expression.
+    bool isFamilyTemplate() const;
     ///@}
 
     /// \name Station prefix
@@ -153,9 +174,7 @@ public:
     /// How many leading characters of a device address can begin an address of the row; its size plus one when it
     /// matches, with any number.
     int matchedFront(const QString &deviceAddress) const;
-
-    /// An upper bound of `matchedFront`, without the expression; hundreds of times as fast.
-    int possibleFront(const QString &deviceAddress) const;
+    int possibleFront(const QString &deviceAddress) const { return matchedFront(deviceAddress); }
 
     /// A matching device address with `digits` instead of its number (on a bit row, of the word). Empty when the
     /// pattern is not found in it. Does not test whether the device has this address.
@@ -244,33 +263,21 @@ public:
     ///@}
 
 private:
+    friend class AddressTable;
+
+    const AddressColumns &columns() const;
+    const ScriptHook &script() const;
+    template<typename Answer>
+    Answer chosen(Answer byScript, Answer byRule) const;
+    void change(AddressColumns columns);
     AddressParts splitAddress(const QString &deviceAddress) const;
-    void readLimits();
     int unitStep() const;
     QList<CommunicatorCommand> unitCommands(const CommunicatorCommand &command, unsigned long long size) const;
     void appendNew(QList<CommunicatorCommand> &list, const QString &address, int stationId) const;
     bool isBeyondLimits(int value, int step) const;
 
-    QRegExp m_pattern;
-    QString m_patternText;
-    int m_type = 0;
-    int m_addressGroupIndex = 0;
-    unsigned long long m_dataSize = 0;
-    QString m_start;
-    QString m_end;
-    int m_base = 0;
-    QString m_description;
-    QString m_prefixSymbol;
-    QString m_catchTable;
-    MultipleRule m_multipleRule;
-    int m_blocksize = 0;
-    QString m_continueRuleText;
-    ScriptHook m_script;
-    QString m_editorPrefixSymbol;
-
-    std::optional<int> m_firstNumber;
-    std::optional<int> m_lastNumber;
-    std::shared_ptr<const PatternPrefix> m_patternPrefix;
+    std::shared_ptr<const AddressRow> m_row;
+    std::unique_ptr<ScriptHook> m_script;
 };
 
 } // namespace label

@@ -3,6 +3,7 @@
 
 #include "zelmar_label/address_grammar/commandformatter.h"
 
+#include "zelmar_label/address_grammar/addressrow.h"
 #include "zelmar_label/address_grammar/radixnumber_p.h"
 #include "zelmar_label/address_grammar/stationaddress_p.h"
 
@@ -13,19 +14,18 @@ namespace label {
 QList<CommunicatorCommand> CommandFormatter::makeBitContinueCommand(const CommunicatorCommand &command, int count,
                                                                     int step, bool checkRange) const
 {
-    if (m_script.loaded)
-        return m_script.makeBitContinueCommand(command, count, step);
+    if (m_script)
+        return m_script->makeBitContinueCommand(command, count, step);
     const int station = command.getStationId();
     const QString address = command.getAddressString();
     int word = getAddresRangePart(address);
     int bit = getbitOffset(address);
     const int bitRadix = bitbase();
-    const QString separator = m_multipleRule.rebuildSeparator();
-    m_pattern.indexIn(address);
-    const QString prefix = command.address.left(m_pattern.pos(m_addressGroupIndex));
+    const QString separator = m_row->rule.rebuildSeparator();
+    const QString prefix = command.address.left(rangePlace(address).start);
 
     QList<CommunicatorCommand> run;
-    if (m_multipleRule.isOnePart()) {
+    if (m_row->rule.isOnePart()) {
         for (int pass = 0; pass < count && !(checkRange && isBeyondLimits(word, step)); ++pass) {
             makeOnePartBitCommands(run, prefix, word, checkRange, station);
             word = wrappingSum(word, step);
@@ -45,7 +45,7 @@ void CommandFormatter::makeOnePartBitCommands(QList<CommunicatorCommand> &list, 
 {
     if (checkRange && !isRangeValid(value))
         return;
-    prefix += numberText(value, m_base);
+    prefix += numberText(value, columns().base);
     appendNew(list, prefix, stationId);
 }
 
@@ -58,7 +58,7 @@ void CommandFormatter::makeTwoPartBitCommands(QList<CommunicatorCommand> &list, 
         return;
     // 32 means a bit from 0 to 31 in decimal.
     separator += stringWithDigits(numberText(bit, bitRadix == 32 ? 10 : bitRadix));
-    prefix += numberText(word, m_base);
+    prefix += numberText(word, columns().base);
     prefix += separator;
     appendNew(list, prefix, stationId);
 }
@@ -66,16 +66,16 @@ void CommandFormatter::makeTwoPartBitCommands(QList<CommunicatorCommand> &list, 
 CommunicatorCommand CommandFormatter::makeBlockCommand(int stationId, int value, int length) const
 {
     CommunicatorCommand block;
-    block.address = withStation(stationId, m_prefixSymbol + numberText(value, m_base));
-    block.dataType = static_cast<CommunicatorCommand::DataType>(m_type);
+    block.address = withStation(stationId, columns().prefixSymbol + numberText(value, columns().base));
+    block.dataType = static_cast<CommunicatorCommand::DataType>(columns().type);
     block.length = static_cast<quint64>(static_cast<qint64>(length));
     return block;
 }
 
 QString CommandFormatter::convertToRegisterAddress(const CommunicatorCommand &command) const
 {
-    if (m_script.loaded)
-        return m_script.convertToRegisterAddress(command.address);
+    if (m_script)
+        return m_script->convertToRegisterAddress(command.address);
     const QString address =
         convertedRegisterCommandSymbol() + convertedRagisterCommandRange(command.getAddressString());
     return withStation(command.getStationId(), address);
@@ -83,15 +83,15 @@ QString CommandFormatter::convertToRegisterAddress(const CommunicatorCommand &co
 
 QString CommandFormatter::convertedRegisterCommandSymbol() const
 {
-    return m_multipleRule.registerSymbol(m_prefixSymbol);
+    return m_row->rule.registerSymbol(columns().prefixSymbol);
 }
 
 QString CommandFormatter::convertedRagisterCommandRange(const QString &address) const
 {
-    QString word = m_multipleRule.wordPart(getRangeString(address));
-    if (m_multipleRule.isSplit())
+    QString word = m_row->rule.wordPart(getRangeString(address));
+    if (m_row->rule.isSplit())
         return word;
-    const std::optional<int> number = readNumber(word, m_base);
+    const std::optional<int> number = readNumber(word, columns().base);
     if (!number) {
         qDebug() << "convertedRegisterTypeCommandRange"
                  << "Convert range string to number fail" << address;
@@ -100,15 +100,15 @@ QString CommandFormatter::convertedRagisterCommandRange(const QString &address) 
     const int value = *number;
     // Wraps, because the number before the lowest one must not be undefined.
     const int before = wrappingDifference(value, 1);
-    switch (m_multipleRule.registerAlignment()) {
+    switch (m_row->rule.registerAlignment()) {
     case MultipleRule::Alignment::Of8:
-        return numberText(value - value % 8, m_base);
+        return numberText(value - value % 8, columns().base);
     case MultipleRule::Alignment::Of8Plus1:
-        return numberText(before / 8 * 8 + 1, m_base);
+        return numberText(before / 8 * 8 + 1, columns().base);
     case MultipleRule::Alignment::Of16:
-        return numberText(value - value % 16, m_base);
+        return numberText(value - value % 16, columns().base);
     case MultipleRule::Alignment::Of16Plus1:
-        return numberText(before / 16 * 16 + 1, m_base);
+        return numberText(before / 16 * 16 + 1, columns().base);
     case MultipleRule::Alignment::None:
     case MultipleRule::Alignment::Of64Plus1:
         break;

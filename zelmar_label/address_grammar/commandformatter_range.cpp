@@ -3,7 +3,7 @@
 
 #include "zelmar_label/address_grammar/commandformatter.h"
 
-#include "zelmar_label/address_grammar/patternprefix_p.h"
+#include "zelmar_label/address_grammar/addressrow.h"
 #include "zelmar_label/address_grammar/radixnumber_p.h"
 #include "zelmar_label/address_grammar/stationaddress_p.h"
 
@@ -14,82 +14,70 @@ namespace label {
 
 int CommandFormatter::matchedLength(const QString &address) const
 {
-    return m_pattern.exactMatch(deviceAddress(address)) ? address.size() : m_pattern.matchedLength();
+    const QString device = deviceAddress(address);
+    return compiledPattern().matches(device) ? address.size() : compiledPattern().front(device);
 }
 
 bool CommandFormatter::canBeCompleted(const QString &deviceAddress) const
 {
-    if (m_patternPrefix->rulesOutCompletion(deviceAddress))
-        return false;
-    return m_pattern.exactMatch(deviceAddress) || m_pattern.matchedLength() >= deviceAddress.size();
+    return compiledPattern().canBeCompleted(deviceAddress);
 }
 
 int CommandFormatter::matchedFront(const QString &deviceAddress) const
 {
-    return m_pattern.exactMatch(deviceAddress) ? deviceAddress.size() + 1 : qMax(0, m_pattern.matchedLength());
-}
-
-int CommandFormatter::possibleFront(const QString &deviceAddress) const
-{
-    const int front = m_patternPrefix->possibleFront(deviceAddress);
-    return front < deviceAddress.size() ? front : deviceAddress.size() + 1;
+    return compiledPattern().matches(deviceAddress) ? deviceAddress.size() + 1
+                                                    : qMax(0, compiledPattern().front(deviceAddress));
 }
 
 QString CommandFormatter::withNumber(const QString &deviceAddress, const QString &digits) const
 {
-    if (m_pattern.indexIn(deviceAddress) < 0)
+    const TextPlace range = rangePlace(deviceAddress);
+    if (range.start < 0)
         return QString();
-    const int position = m_pattern.pos(m_addressGroupIndex);
-    if (position < 0)
-        return QString();
-    const QString range = m_pattern.cap(m_addressGroupIndex);
-    const int bitSize = m_type == CommunicatorCommand::Bit ? m_multipleRule.bitTail(range).size() : 0;
-    return deviceAddress.left(position) + digits + deviceAddress.mid(position + range.size() - bitSize);
+    const int bitSize = m_row->isBit() ? rule().bitTail(deviceAddress.mid(range.start, range.size)).size() : 0;
+    return deviceAddress.left(range.start) + digits + deviceAddress.mid(range.start + range.size - bitSize);
 }
 
 QString CommandFormatter::getRangeString(const QString &address) const
 {
-    return m_pattern.indexIn(address) < 0 ? QString() : m_pattern.cap(m_addressGroupIndex);
+    const TextPlace range = rangePlace(address);
+    return range.start < 0 ? QString() : address.mid(range.start, range.size);
 }
 
 QString CommandFormatter::getEditorUsedRangeString(const QString &address) const
 {
-    if (m_editorPrefixSymbol.isEmpty())
-        return getRangeString(address);
-    return address.mid(m_editorPrefixSymbol.size());
+    const QString &symbol = columns().editorPrefixSymbol;
+    return symbol.isEmpty() ? getRangeString(address) : address.mid(symbol.size());
 }
 
 int CommandFormatter::getAddresRangePart(const QString &address) const
 {
-    if (m_script.loaded)
-        return m_script.getAddressRange(address);
-    const QString range = getRangeString(address);
-    const QString digits = m_type == CommunicatorCommand::Bit ? m_multipleRule.wordPart(range) : range;
-    if (digits.isEmpty())
-        return -1;
-    return readNumber(digits, m_base).value_or(-1);
+    if (m_script)
+        return m_script->getAddressRange(address);
+    const TextPlace range = rangePlace(address);
+    return m_row->number(QStringView(address).mid(qMax(0, range.start), range.size));
 }
 
 int CommandFormatter::getbitOffset(const QString &address) const
 {
-    if (m_pattern.indexIn(address) < 0 || m_type != CommunicatorCommand::Bit)
+    if (!m_row->isBit() || !m_row->pattern.isFoundIn(address))
         return -1;
-    if (m_script.loaded)
-        return m_script.bitoffset(address);
-    const QString range = m_pattern.cap(m_addressGroupIndex);
-    return m_multipleRule.isSplit() ? m_multipleRule.bitOffset(range) : m_multipleRule.onePartBitOffset(range);
+    if (m_script)
+        return m_script->bitoffset(address);
+    const TextPlace range = rangePlace(address);
+    return m_row->bit(QStringView(address).mid(qMax(0, range.start), range.size));
 }
 
 void CommandFormatter::bitOffsetCarry(int &word, int &bit, int base) const
 {
-    if (base == 10 && m_multipleRule.isSplit()) {
-        const int bitsPerWord = m_multipleRule.bitRadix() == 32 ? 32 : 16;
+    if (base == 10 && m_row->rule.isSplit()) {
+        const int bitsPerWord = m_row->rule.bitRadix() == 32 ? 32 : 16;
         const int words = bit / bitsPerWord;
         bit %= bitsPerWord;
         word = wrappingSum(word, words);
         return;
     }
-    const int digits = m_multipleRule.minimumBitDigits();
+    const int digits = m_row->rule.minimumBitDigits();
     const QString text = numberText(bit, base);
     if (text.size() <= digits)
         return;
@@ -99,14 +87,14 @@ void CommandFormatter::bitOffsetCarry(int &word, int &bit, int base) const
 
 bool CommandFormatter::isRangeValid(int value) const
 {
-    if (m_type != CommunicatorCommand::Bit && !validateMultiple(value))
+    if (!m_row->isBit() && !validateMultiple(value))
         return false;
-    if (!m_firstNumber || !m_lastNumber) {
+    if (!m_row->first || !m_row->last) {
         qDebug() << "isRangeValid"
                  << "CommandFormatter isRangeValid data error";
         return false;
     }
-    return *m_firstNumber <= value && value <= *m_lastNumber;
+    return *m_row->first <= value && value <= *m_row->last;
 }
 
 bool CommandFormatter::isAddressValid(const QString &address) const
@@ -116,7 +104,7 @@ bool CommandFormatter::isAddressValid(const QString &address) const
 
 bool CommandFormatter::isDeviceAddressValid(const QString &deviceAddress) const
 {
-    if (m_patternPrefix->rulesOutMatch(deviceAddress) || !m_pattern.exactMatch(deviceAddress))
+    if (!compiledPattern().matches(deviceAddress))
         return false;
     const int number = getAddresRangePart(deviceAddress);
     return number == -1 || isRangeValid(number);
@@ -124,9 +112,9 @@ bool CommandFormatter::isDeviceAddressValid(const QString &deviceAddress) const
 
 bool CommandFormatter::isAddressDataTypeMatch(const QString &address, CommunicatorCommand::DataType type) const
 {
-    if (!m_pattern.exactMatch(address) || !isRangeValid(getAddresRangePart(address)))
+    if (!compiledPattern().matches(address) || !isRangeValid(getAddresRangePart(address)))
         return false;
-    return (type == CommunicatorCommand::Bit) == (m_type == CommunicatorCommand::Bit);
+    return (type == CommunicatorCommand::Bit) == m_row->isBit();
 }
 
 } // namespace label

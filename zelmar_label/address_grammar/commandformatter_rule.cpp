@@ -3,17 +3,13 @@
 
 #include "zelmar_label/address_grammar/commandformatter.h"
 
+#include "zelmar_label/address_grammar/addressrow.h"
+
+#include <QFileInfo>
+
 namespace label {
 
 namespace {
-
-/// The script's answer while its file exists, else the rule's. Testing for the file costs as much as matching several
-/// patterns, so it is done only when the answer depends on it.
-template<typename Answer>
-Answer chosen(const ScriptHook &script, Answer byScript, Answer byRule)
-{
-    return byScript == byRule || script.exists() ? byScript : byRule;
-}
 
 bool isAlignedByScript(const ScriptHook &script, int value)
 {
@@ -25,9 +21,17 @@ bool isAlignedByScript(const ScriptHook &script, int value)
 
 } // namespace
 
+/// The script's answer while its file exists, else the rule's. Testing for the file costs as much as reading several
+/// addresses, so it is done only when the answer depends on it.
+template<typename Answer>
+Answer CommandFormatter::chosen(Answer byScript, Answer byRule) const
+{
+    return byScript == byRule || QFileInfo::exists(m_row->scriptPath) ? byScript : byRule;
+}
+
 bool CommandFormatter::validateMultiple(int value) const
 {
-    return chosen(m_script, isAlignedByScript(m_script, value), m_multipleRule.isAligned(value));
+    return chosen(isAlignedByScript(script(), value), m_row->rule.isAligned(value));
 }
 
 bool CommandFormatter::M8(int value)
@@ -57,7 +61,7 @@ bool CommandFormatter::M64add1(int value)
 
 QString CommandFormatter::stringWithDigits(QString digits) const
 {
-    const int missing = m_multipleRule.minimumBitDigits() - digits.size();
+    const int missing = m_row->rule.minimumBitDigits() - digits.size();
     if (missing > 0)
         digits.prepend(QString(missing, QLatin1Char('0')));
     return digits;
@@ -65,37 +69,37 @@ QString CommandFormatter::stringWithDigits(QString digits) const
 
 bool CommandFormatter::needOptimize() const
 {
-    return chosen(m_script, m_script.needOptimize, m_multipleRule.needOptimize());
+    return chosen(script().needOptimize, m_row->rule.needOptimize());
 }
 
 QString CommandFormatter::continueRule() const
 {
-    return m_continueRuleText;
+    return columns().continueRule;
 }
 
 int CommandFormatter::aligmentSize() const
 {
-    return chosen(m_script, m_script.aligmentSize, m_multipleRule.aligmentSize());
+    return chosen(script().aligmentSize, m_row->rule.aligmentSize());
 }
 
 bool CommandFormatter::isTypeRangeNeedAlignmentByte() const
 {
-    return chosen(m_script, m_script.needAligment, m_multipleRule.countsBits());
+    return chosen(script().needAligment, m_row->rule.countsBits());
 }
 
 int CommandFormatter::bitbase() const
 {
-    return chosen(m_script, m_script.bitBase, m_multipleRule.bitRadix());
+    return chosen(script().bitBase, m_row->rule.bitRadix());
 }
 
 bool CommandFormatter::canConvertRegisterCommand() const
 {
-    return chosen(m_script, m_script.canConvertToRegister, m_multipleRule.canConvertToRegister());
+    return chosen(script().canConvertToRegister, m_row->rule.canConvertToRegister());
 }
 
 bool CommandFormatter::isSemenseSepcialType() const
 {
-    return m_multipleRule.isSemenseSepcialType();
+    return m_row->rule.isSemenseSepcialType();
 }
 
 } // namespace label

@@ -4,6 +4,7 @@
 #include "zelmar_label/address_grammar/commandformatter.h"
 
 #include "zelmar_label/address_grammar/addressparts_p.h"
+#include "zelmar_label/address_grammar/addressrow.h"
 #include "zelmar_label/address_grammar/radixnumber_p.h"
 #include "zelmar_label/address_grammar/stationaddress_p.h"
 
@@ -59,23 +60,23 @@ bool advancesAfter(int pass, int passesPerAdvance)
 
 int CommandFormatter::unitStep() const
 {
-    return isTypeRangeNeedAlignmentByte() ? static_cast<int>(static_cast<quint32>(m_dataSize * 8)) : 1;
+    return isTypeRangeNeedAlignmentByte() ? static_cast<int>(static_cast<quint32>(columns().dataSize * 8)) : 1;
 }
 
 /// True when no further step can return into the limits: the run may then end early. A row with unreadable limits
 /// reports them at each pass and never ends early.
 bool CommandFormatter::isBeyondLimits(int value, int step) const
 {
-    if (!m_firstNumber || !m_lastNumber)
+    if (!m_row->first || !m_row->last)
         return false;
-    return (step >= 0 && value > *m_lastNumber) || (step <= 0 && value < *m_firstNumber);
+    return (step >= 0 && value > *m_row->last) || (step <= 0 && value < *m_row->first);
 }
 
 void CommandFormatter::appendNew(QList<CommunicatorCommand> &list, const QString &address, int stationId) const
 {
     CommunicatorCommand command;
     command.address = address;
-    command.dataType = static_cast<CommunicatorCommand::DataType>(m_type);
+    command.dataType = static_cast<CommunicatorCommand::DataType>(columns().type);
     list.append(addStationID(stationId, command));
 }
 
@@ -87,11 +88,11 @@ QList<CommunicatorCommand> CommandFormatter::unitCommands(const CommunicatorComm
     const int step = unitStep();
     QList<CommunicatorCommand> pieces;
     int value = parts.number;
-    for (int left = pieceCount(size, m_dataSize); left > 0 && !isBeyondLimits(value, step); --left) {
+    for (int left = pieceCount(size, columns().dataSize); left > 0 && !isBeyondLimits(value, step); --left) {
         if (isRangeValid(value)) {
             CommunicatorCommand piece;
             piece.address = withStation(station, parts.address(value));
-            piece.dataType = static_cast<CommunicatorCommand::DataType>(m_type);
+            piece.dataType = static_cast<CommunicatorCommand::DataType>(columns().type);
             pieces.append(piece);
         }
         value = wrappingSum(value, step);
@@ -103,19 +104,19 @@ QList<CommunicatorCommand> CommandFormatter::autoCompleteCommand(const Communica
 {
     if (command.length > 1)
         return autoCompleteStringCommand(command);
-    if (!m_pattern.exactMatch(command.getAddressString()) || command.dataType == CommunicatorCommand::Bit)
+    if (!compiledPattern().matches(command.getAddressString()) || command.dataType == CommunicatorCommand::Bit)
         return {command};
     const unsigned long long size = command.getDataSize();
-    return m_dataSize < size ? unitCommands(command, size) : QList<CommunicatorCommand>{command};
+    return columns().dataSize < size ? unitCommands(command, size) : QList<CommunicatorCommand>{command};
 }
 
 QList<CommunicatorCommand> CommandFormatter::autoCompleteStringCommand(const CommunicatorCommand &command) const
 {
-    if (m_pattern.exactMatch(command.getAddressString()) && m_dataSize < command.length)
+    if (compiledPattern().matches(command.getAddressString()) && columns().dataSize < command.length)
         return unitCommands(command, command.length);
     CommunicatorCommand single = command;
     single.length = 1;
-    single.dataType = static_cast<CommunicatorCommand::DataType>(m_type);
+    single.dataType = static_cast<CommunicatorCommand::DataType>(columns().type);
     return {single};
 }
 
@@ -124,11 +125,11 @@ QList<CommunicatorCommand> CommandFormatter::makeContinueCommand(const Communica
     if (command.dataType == CommunicatorCommand::Bit)
         return makeBitContinueCommand(command, count, 1, true);
     const QString address = command.getAddressString();
-    if (!m_pattern.exactMatch(address))
+    if (!compiledPattern().matches(address))
         return {command};
     const int station = command.getStationId();
     const AddressParts parts = splitAddress(address);
-    const WidthStep width = widthStep(m_type, command.dataType);
+    const WidthStep width = widthStep(columns().type, command.dataType);
     const int step = wrappingProduct(unitStep(), width.units);
     QList<CommunicatorCommand> run;
     int value = parts.number;
@@ -151,7 +152,7 @@ QList<CommunicatorCommand> CommandFormatter::makeContinueCommandwithCap(const Co
     if (command.dataType == CommunicatorCommand::Bit)
         return makeBitContinueCommand(command, count, cap, checkRange);
     const QString address = command.getAddressString();
-    if (!m_pattern.exactMatch(address))
+    if (!compiledPattern().matches(address))
         return {command};
     const int station = command.getStationId();
     const AddressParts parts = splitAddress(address);
@@ -164,7 +165,7 @@ QList<CommunicatorCommand> CommandFormatter::makeContinueCommandwithCap(const Co
             next.address = parts.address(value);
             next.length = command.length;
             next.scanTime = command.scanTime;
-            next.dataType = static_cast<CommunicatorCommand::DataType>(m_type);
+            next.dataType = static_cast<CommunicatorCommand::DataType>(columns().type);
             run.append(addStationID(station, next));
         }
         value = wrappingSum(value, step);

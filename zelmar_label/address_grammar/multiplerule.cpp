@@ -192,64 +192,90 @@ void MultipleRule::parseAlignment(bool isCompound)
     m_needOptimize = !lowered.startsWith(QLatin1Char('n'));
 }
 
-QString MultipleRule::wordPart(const QString &range) const
+/// The index of the separator text in any letter case; -1 for none.
+qsizetype MultipleRule::separatorAt(QStringView range) const
+{
+    const QStringView separator(m_splitString);
+    for (qsizetype at = 0; at + separator.size() <= range.size(); ++at) {
+        qsizetype same = 0;
+        while (same < separator.size() && range.at(at + same).toLower() == separator.at(same))
+            ++same;
+        if (same == separator.size())
+            return at;
+    }
+    return -1;
+}
+
+/// The word part in the letter case of the range string, without appended digits.
+QStringView MultipleRule::wordView(QStringView range) const
 {
     switch (m_separator) {
     case Separator::None:
         return range;
-    case Separator::Unknown:
-        return QString();
     case Separator::LastDigit:
-        return range.left(qMax(0, range.size() - 1));
-    case Separator::LastTwoDigits: {
-        const QString word = range.left(qMax(0, range.size() - 2));
-        return m_appendsFirstBit ? word + QLatin1String("01") : word;
+    case Separator::LastTwoDigits:
+        return range.left(qMax<qsizetype>(0, range.size() - lastDigits()));
+    case Separator::Text: {
+        const qsizetype end = separatorAt(range);
+        return end < 0 ? range : range.left(end);
     }
-    case Separator::Text:
+    case Separator::Unknown:
         break;
     }
-    const QString lowered = range.toLower();
-    const int end = lowered.indexOf(m_splitString);
-    return end < 0 ? lowered : lowered.left(end);
+    return QStringView();
 }
 
-QString MultipleRule::bitPart(const QString &range) const
+QString MultipleRule::wordPart(const QString &range) const
+{
+    const QString word = wordView(range).toString();
+    if (m_separator == Separator::LastTwoDigits && m_appendsFirstBit)
+        return word + QLatin1String("01");
+    return m_separator == Separator::Text ? word.toLower() : word;
+}
+
+std::optional<int> MultipleRule::wordNumber(QStringView range, int radix) const
+{
+    const bool isAppended = m_separator == Separator::LastTwoDigits && m_appendsFirstBit;
+    return isAppended ? readNumber(wordPart(range.toString()), radix) : readNumber(wordView(range), radix);
+}
+
+QStringView MultipleRule::bitView(QStringView range) const
 {
     if (isLastDigits())
-        return range.right(lastDigits());
+        return range.right(qMin<qsizetype>(range.size(), lastDigits()));
     if (m_splitString.isEmpty())
-        return QString();
-    const int first = range.indexOf(m_splitString);
+        return QStringView();
+    const qsizetype first = range.indexOf(m_splitString);
     if (first < 0)
-        return QString();
-    const int begin = first + m_splitString.size();
-    const int second = range.indexOf(m_splitString, begin);
-    return second < 0 ? range.mid(begin) : range.mid(begin, second - begin);
+        return QStringView();
+    const QStringView behind = range.mid(first + m_splitString.size());
+    const qsizetype second = behind.indexOf(m_splitString);
+    return second < 0 ? behind : behind.left(second);
 }
 
 QString MultipleRule::bitTail(const QString &range) const
 {
     if (isLastDigits())
         return range.right(lastDigits());
-    const int separator = m_separator == Separator::Text ? range.toLower().indexOf(m_splitString) : -1;
-    return separator < 0 ? QString() : range.mid(separator);
+    const qsizetype separator = m_separator == Separator::Text ? separatorAt(range) : -1;
+    return separator < 0 ? QString() : range.mid(static_cast<int>(separator));
 }
 
-int MultipleRule::bitOffset(const QString &range) const
+int MultipleRule::bitOffset(QStringView range) const
 {
     if (m_readRadix < 0)
         return -1;
-    const std::optional<int> bit = readNumber(bitPart(range), m_readRadix);
+    const std::optional<int> bit = readNumber(bitView(range), m_readRadix);
     if (!bit)
         return -1;
     return m_countsBitsFromOne ? wrappingDifference(*bit, 1) : *bit;
 }
 
-int MultipleRule::onePartBitOffset(const QString &range) const
+int MultipleRule::onePartBitOffset(QStringView range) const
 {
     if (!isOnePart() || m_bitRadix < 0) {
         qDebug() << "onePartBitOffset"
-                 << "base error " << range;
+                 << "base error " << range.toString();
         return -1;
     }
     const std::optional<int> number = readNumber(range, m_bitRadix);

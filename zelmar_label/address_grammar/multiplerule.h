@@ -5,6 +5,9 @@
 #define ZELMAR_LABEL_MULTIPLERULE_H
 
 #include <QString>
+#include <QStringView>
+
+#include <optional>
 
 namespace label {
 
@@ -37,9 +40,13 @@ public:
     /// rule.
     QString wordPart(const QString &range) const;
 
+    /// The number of the word part in `radix`; nothing when it is none. A digit of another radix and blanks make it
+    /// slower, not wrong.
+    std::optional<int> wordNumber(QStringView range, int radix) const;
+
     /// The bit part of a range string: the text between the first and the second separator, compared case-sensitively,
     /// or the last characters for "last1" and "last2". Empty when there is none.
-    QString bitPart(const QString &range) const;
+    QString bitPart(const QString &range) const { return bitView(range).toString(); }
 
     /// The text after the word of a range string: separator and bit; empty on a rule that is not split, and without the
     /// separator.
@@ -47,12 +54,14 @@ public:
 
     /// The bit position that a split rule reads in a range string, from 0; -1 when the bit part is no number or the
     /// radix word is unknown. "fam3" counts bits from 1: its bit 1 is position 0.
-    int bitOffset(const QString &range) const;
+    int bitOffset(const QString &range) const { return bitOffset(QStringView(range)); }
+    int bitOffset(QStringView range) const;
 
     /// The bit position inside the aligned group that a one-part rule reads in a range string: the number, less 1 for
     /// the "a1" alignments, modulo `aligmentSize()`; -1 when the text is no number. A rule without a one-part radix
     /// gives -1 and writes a line to the debug log.
-    int onePartBitOffset(const QString &range) const;
+    int onePartBitOffset(const QString &range) const { return onePartBitOffset(QStringView(range)); }
+    int onePartBitOffset(QStringView range) const;
 
     /// The separator in a range string; empty for rules without one.
     QString splitString() const { return m_splitString; }
@@ -121,6 +130,9 @@ private:
     };
 
     bool isLastDigits() const { return m_separator == Separator::LastDigit || m_separator == Separator::LastTwoDigits; }
+    QStringView wordView(QStringView range) const;
+    QStringView bitView(QStringView range) const;
+    qsizetype separatorAt(QStringView range) const;
     int lastDigits() const { return m_separator == Separator::LastTwoDigits ? 2 : 1; }
     void parseSeparator();
     void parseBitRadix();

@@ -5,9 +5,8 @@
 
 #include "zelmar_label/address_grammar/patterncompiler_p.h"
 
-#include <array>
 #include <atomic>
-#include <mutex>
+#include <memory>
 
 namespace label {
 
@@ -67,63 +66,73 @@ struct GroupReader
     }
 };
 
+/// Keeps the first value that any thread made.
+template<typename Value, typename Make>
+const Value &madeOnce(std::atomic<const Value *> &place, Make make)
+{
+    const Value *known = place.load(std::memory_order_acquire);
+    if (known)
+        return *known;
+    std::unique_ptr<const Value> made = make();
+    return place.compare_exchange_strong(known, made.get(), std::memory_order_acq_rel) ? *made.release() : *known;
+}
+
 } // namespace
 
-/// All that is read of a text. Automata are made when they are first asked for: a table of rows needs few of them.
-struct Pattern::Compiled
+/// All that is read of a text.
+struct Pattern::Reading
 {
-    explicit Compiled(const QString &text)
-        : text(text)
-        , syntax(text)
+    explicit Reading(const QString &text)
+        : syntax(text)
+        , expression(syntax.tree ? QRegExp() : expressionOf(syntax, text))
         , groups(static_cast<std::size_t>(syntax.groups))
     {
-        if (syntax.tree)
+        if (!syntax.tree) {
+            // Copies share the engine of an expression only once it is made.
+            expression.isValid();
             return;
-        expression = expressionOf(syntax, text);
-        // A copy shares the compiled expression only when it is there.
-        expression.isValid();
+        }
+        PatternExpressions expressions;
+        PatternCompiler compiler(expressions, 0);
+        if (const std::optional<Expression> root = compiler.compile(*syntax.tree))
+            automaton = Automaton::of(expressions, {*root});
+        looksAhead = compiler.looksAhead();
     }
 
-    ~Compiled()
+    ~Reading()
     {
-        for (std::atomic<const GroupReader *> &group : groups)
+        for (const std::atomic<const GroupReader *> &group : groups)
             delete group.load();
     }
-    Q_DISABLE_COPY(Compiled)
-
-    const Automaton *automaton() const
-    {
-        std::call_once(isMade, [this] {
-            if (!syntax.tree)
-                return;
-            PatternExpressions expressions;
-            PatternCompiler compiler(expressions, 0);
-            if (const std::optional<Expression> root = compiler.compile(*syntax.tree))
-                made = Automaton::of(expressions, {*root});
-            looksAhead = compiler.looksAhead();
-        });
-        return made ? &*made : nullptr;
-    }
+    Q_DISABLE_COPY(Reading)
 
     const GroupReader *group(int number) const
     {
         if (!syntax.tree || number < 1 || number > syntax.groups)
             return nullptr;
-        std::atomic<const GroupReader *> &place = groups[static_cast<std::size_t>(number - 1)];
-        const GroupReader *known = place.load(std::memory_order_acquire);
-        if (known)
-            return known;
-        auto reader = std::make_unique<const GroupReader>(*syntax.tree, number);
-        return place.compare_exchange_strong(known, reader.get()) ? reader.release() : known;
+        return &madeOnce(groups[static_cast<std::size_t>(number - 1)],
+                         [&] { return std::make_unique<const GroupReader>(*syntax.tree, number); });
     }
 
-    const QString text;
     const PatternSyntax syntax;
-    QRegExp expression;
-    mutable std::once_flag isMade;
-    mutable std::optional<Automaton> made;
-    mutable bool looksAhead = false;
+    const QRegExp expression; ///< of a pattern without a tree
+    std::optional<Automaton> automaton;
+    bool looksAhead = false;
     mutable std::vector<std::atomic<const GroupReader *>> groups;
+};
+
+/// A text, read when it is first asked about: a table of rows needs few of its patterns alone.
+struct Pattern::Source
+{
+    explicit Source(const QString &patternText)
+        : text(patternText)
+    {
+    }
+    ~Source() { delete reading.load(); }
+    Q_DISABLE_COPY(Source)
+
+    const QString text;
+    mutable std::atomic<const Reading *> reading = nullptr;
 };
 
 Pattern::Pattern()
@@ -132,18 +141,23 @@ Pattern::Pattern()
 }
 
 Pattern::Pattern(const QString &text)
-    : m_compiled(std::make_shared<const Compiled>(text))
+    : m_source(std::make_shared<const Source>(text))
 {
+}
+
+const Pattern::Reading &Pattern::reading() const
+{
+    return madeOnce(m_source->reading, [this] { return std::make_unique<const Reading>(m_source->text); });
 }
 
 QString Pattern::text() const
 {
-    return m_compiled->text;
+    return m_source->text;
 }
 
 bool Pattern::isValid() const
 {
-    return m_compiled->syntax.tree || m_compiled->expression.isValid();
+    return reading().syntax.tree || reading().expression.isValid();
 }
 
 QString Pattern::errorString() const
@@ -153,22 +167,22 @@ QString Pattern::errorString() const
 
 int Pattern::countGroups() const
 {
-    return m_compiled->syntax.tree ? m_compiled->syntax.groups : m_compiled->expression.captureCount();
+    return reading().syntax.tree ? reading().syntax.groups : reading().expression.captureCount();
 }
 
 const Automaton *Pattern::automaton() const
 {
-    return m_compiled->automaton();
+    return reading().automaton ? &*reading().automaton : nullptr;
 }
 
 const PatternNode *Pattern::tree() const
 {
-    return m_compiled->syntax.tree ? &*m_compiled->syntax.tree : nullptr;
+    return reading().syntax.tree ? &*reading().syntax.tree : nullptr;
 }
 
 QRegExp Pattern::expression() const
 {
-    return m_compiled->syntax.tree ? expressionOf(m_compiled->syntax, m_compiled->text) : m_compiled->expression;
+    return reading().syntax.tree ? expressionOf(reading().syntax, m_source->text) : reading().expression;
 }
 
 bool Pattern::matches(QStringView text) const
@@ -180,7 +194,7 @@ bool Pattern::matches(QStringView text) const
 int Pattern::front(QStringView text) const
 {
     const Automaton *const read = automaton();
-    if (read && !m_compiled->looksAhead)
+    if (read && !reading().looksAhead)
         return read->front(text);
     QRegExp matcher = expression();
     return matcher.exactMatch(text.toString()) ? static_cast<int>(text.size()) : matcher.matchedLength();
@@ -192,11 +206,18 @@ QString Pattern::following(QStringView front) const
     return read ? read->following(read->walk(Automaton::start, front)) : QString();
 }
 
+bool Pattern::isFoundIn(QStringView text) const
+{
+    return matches(text) || expression().indexIn(text.toString()) >= 0;
+}
+
 TextPlace Pattern::group(int group, QStringView text) const
 {
     const Automaton *const read = automaton();
-    const GroupReader *const reader = m_compiled->group(group);
+    const GroupReader *const reader = reading().group(group);
     const bool isWhole = read && read->accepted(read->walk(Automaton::start, text)) != 0;
+    if (isWhole && group == 0)
+        return {0, static_cast<int>(text.size())};
     if (isWhole && reader && reader->isKnown()) {
         const TextPlace place = reader->placeIn(text);
         return place.size > 0 ? place : TextPlace();
@@ -209,7 +230,7 @@ TextPlace Pattern::group(int group, QStringView text) const
 
 bool Pattern::isGroupOptional(int group) const
 {
-    return m_compiled->syntax.tree && positionOf(*m_compiled->syntax.tree, group).isOptional;
+    return reading().syntax.tree && positionOf(*reading().syntax.tree, group).isOptional;
 }
 
 } // namespace label

@@ -66,6 +66,9 @@ public:
     /// automaton.
     QString following(QStringView front) const;
 
+    /// True when a part of the text matches.
+    bool isFoundIn(QStringView text) const;
+
     /// The place of a capture group in the leftmost, longest match inside `text`, as `QRegExp::indexIn` and
     /// `QRegExp::pos` give it. An empty group has no place.
     TextPlace group(int group, QStringView text) const;
@@ -80,8 +83,12 @@ public:
     const PatternNode *tree() const;
 
 private:
-    struct Compiled;
-    std::shared_ptr<const Compiled> m_compiled;
+    struct Reading;
+    struct Source;
+
+    const Reading &reading() const;
+
+    std::shared_ptr<const Source> m_source;
 };
 
 } // namespace label

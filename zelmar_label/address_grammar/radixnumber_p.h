@@ -5,6 +5,7 @@
 #define ZELMAR_LABEL_RADIXNUMBER_P_H
 
 #include <QString>
+#include <QStringView>
 
 #include <optional>
 
@@ -13,7 +14,9 @@ namespace label {
 /// `text` as an `int` written in `radix`, as `QString::toInt` reads it: blanks around it, a sign, "0x" in radix 16 and
 /// radix 0, which follows the text's prefix, are accepted. Nothing for any other text, for a number beyond `int` and
 /// for a radix that is not 0 or 2 to 36.
-std::optional<int> readNumber(const QString &text, int radix);
+///
+/// Digits alone are read in place; any other text is copied.
+std::optional<int> readNumber(QStringView text, int radix);
 
 /// `value` in `radix`, lower-case letters; in decimal for a radix outside 2 to 36, which `QString::number` does not
 /// allow.

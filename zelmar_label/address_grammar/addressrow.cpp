@@ -1,0 +1,43 @@
+// SPDX-FileCopyrightText: the zelmar_label authors
+// SPDX-License-Identifier: MIT
+
+#include "zelmar_label/address_grammar/addressrow.h"
+
+#include "zelmar_label/address_grammar/radixnumber_p.h"
+
+#include <utility>
+
+namespace label {
+
+AddressRow::AddressRow(AddressColumns rowColumns, QString path)
+    : columns(std::move(rowColumns))
+    , pattern(columns.pattern)
+    , rule(columns.multipleRule)
+    , first(readNumber(columns.start, columns.base))
+    , last(readNumber(columns.end, columns.base))
+    , scriptPath(std::move(path))
+{
+}
+
+AddressRow::AddressRow(AddressColumns rowColumns, const AddressRow &model)
+    : columns(std::move(rowColumns))
+    , pattern(columns.pattern == model.columns.pattern ? model.pattern : Pattern(columns.pattern))
+    , rule(model.rule)
+    , first(model.first)
+    , last(model.last)
+    , scriptPath(model.scriptPath)
+{
+}
+
+int AddressRow::number(QStringView range) const
+{
+    const std::optional<int> number = isBit() ? rule.wordNumber(range, columns.base) : readNumber(range, columns.base);
+    return number.value_or(-1);
+}
+
+int AddressRow::bit(QStringView range) const
+{
+    return rule.isSplit() ? rule.bitOffset(range) : rule.onePartBitOffset(range);
+}
+
+} // namespace label
