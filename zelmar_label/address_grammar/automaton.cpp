@@ -104,28 +104,26 @@ std::optional<Automaton> Automaton::of(PatternExpressions &expressions, const st
             automaton.m_next.push_back(stateOf(parts));
         }
     }
-    automaton.markDeadStates();
+    automaton.findAlive();
     return automaton;
 }
 
-/// Leads what cannot reach an accepting state to the dead one.
-void Automaton::markDeadStates()
+/// Finds which expressions each state can still accept, and leads what can accept none to the dead state.
+void Automaton::findAlive()
 {
-    std::vector<bool> isAlive(m_accepted.size());
-    for (std::size_t state = 0; state < m_accepted.size(); ++state)
-        isAlive[state] = m_accepted[state] != 0;
+    m_alive = m_accepted;
     for (bool hasGrown = true; hasGrown;) {
         hasGrown = false;
-        for (std::size_t state = m_accepted.size(); state-- > 0;) {
-            const auto row = m_next.begin() + static_cast<std::ptrdiff_t>(state * m_classes);
-            if (isAlive[state] || std::none_of(row, row + m_classes, [&](State next) { return isAlive[next]; }))
-                continue;
-            isAlive[state] = true;
-            hasGrown = true;
+        for (std::size_t state = m_alive.size(); state-- > 0;) {
+            Accepted alive = m_alive[state];
+            for (uint unitClass = 0; unitClass < m_classes; ++unitClass)
+                alive |= m_alive[m_next[state * m_classes + unitClass]];
+            hasGrown = hasGrown || alive != m_alive[state];
+            m_alive[state] = alive;
         }
     }
     for (State &next : m_next)
-        next = isAlive[next] ? next : dead;
+        next = m_alive[next] != 0 ? next : dead;
 }
 
 int Automaton::front(QStringView text) const

@@ -68,6 +68,9 @@ public:
 
     Accepted accepted(State state) const { return m_accepted[state]; }
 
+    /// The expressions that match the text so far, or could after further characters.
+    Accepted alive(State state) const { return m_alive[state]; }
+
     /// The number of leading characters of `text` that could begin a match.
     int front(QStringView text) const;
 
@@ -98,7 +101,7 @@ private:
     uint classOf(uint unit) const { return unit < m_ascii.size() ? m_ascii[unit] : classBeyondAscii(unit); }
     uint classBeyondAscii(uint unit) const;
     void divide(const std::vector<CharacterSet> &sets);
-    void markDeadStates();
+    void findAlive();
     std::vector<QString> shortestEnds() const;
     template<typename IsWitness>
     std::optional<QString> witness(const Automaton &other, IsWitness isWitness) const;
@@ -117,6 +120,7 @@ private:
     uint m_classes = 0;
     std::vector<State> m_next;
     std::vector<Accepted> m_accepted;
+    std::vector<Accepted> m_alive;
 };
 
 } // namespace label

@@ -98,6 +98,8 @@ public:
 
     /// \name What is read of the columns
     ///@{
+    /// All of it; shared by copies of the formatter and valid as long as one of them.
+    const AddressRow &compiledRow() const { return *m_row; }
     /// The rule.
     const MultipleRule &rule() const;
     /// The limits as numbers, inclusive; nothing for one that is no number in radix `base()`.
@@ -263,8 +265,6 @@ public:
     ///@}
 
 private:
-    friend class AddressTable;
-
     const AddressColumns &columns() const;
     const ScriptHook &script() const;
     template<typename Answer>

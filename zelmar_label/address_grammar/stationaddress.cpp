@@ -3,6 +3,8 @@
 
 #include "zelmar_label/address_grammar/stationaddress_p.h"
 
+#include "zelmar_label/address_grammar/radixnumber_p.h"
+
 namespace label {
 
 namespace {
@@ -14,20 +16,27 @@ bool hasStation(const QString &address)
     return address.contains(separator);
 }
 
+StationSplit splitStation(QStringView address)
+{
+    int first = 0;
+    while (first < address.size() && address.at(first) != separator)
+        ++first;
+    if (first == address.size())
+        return {noStation, address, 0};
+    int second = first + 1;
+    while (second < address.size() && address.at(second) != separator)
+        ++second;
+    return {readNumber(address.left(first), 10).value_or(0), address.mid(first + 1, second - first - 1), first + 1};
+}
+
 int stationNumber(const QString &address)
 {
-    const int end = address.indexOf(separator);
-    // A copy, since Qt 6 has no QStringRef and Qt 5's QStringView reads no numbers.
-    return end < 0 ? noStation : address.left(end).toInt(); // clazy:exclude=qstring-ref
+    return splitStation(address).station;
 }
 
 QString deviceAddress(const QString &address)
 {
-    const int first = address.indexOf(separator);
-    if (first < 0)
-        return address;
-    const int second = address.indexOf(separator, first + 1);
-    return second < 0 ? address.mid(first + 1) : address.mid(first + 1, second - first - 1);
+    return hasStation(address) ? splitStation(address).device.toString() : address;
 }
 
 QString withStation(int station, const QString &address)

@@ -5,11 +5,25 @@
 #define ZELMAR_LABEL_STATIONADDRESS_P_H
 
 #include <QString>
+#include <QStringView>
 
 namespace label {
 
 /// The station id for no station.
 constexpr int noStation = -1;
+
+/// An address with its station cut off.
+struct StationSplit
+{
+    int station = noStation;
+    /// The device address, and its index in the whole.
+    QStringView device;
+    int deviceStart = 0;
+};
+
+/// The station is the text before the first "-" as a decimal number, 0 if it is none; the device address is the text
+/// between the first and the second "-", or the whole address without a "-".
+StationSplit splitStation(QStringView address);
 
 /// True when the address has a "-" and so a station.
 bool hasStation(const QString &address);

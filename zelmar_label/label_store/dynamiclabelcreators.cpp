@@ -3,50 +3,125 @@
 
 #include "zelmar_label/label_store/dynamiclabelcreators.h"
 
+#include <QStringList>
+
+#include <utility>
+
 namespace label {
 
 namespace {
 
-QRegExp expression(const char *pattern)
+QString text(const char *latin)
 {
-    return QRegExp(QLatin1String(pattern), Qt::CaseSensitive, QRegExp::RegExp);
+    return QString::fromLatin1(latin);
 }
 
-bool found(const QRegExp &pattern, const QString &address)
+/// The element of the address names the template: "DB_" and "DBW".
+FamilyForm formWithElement(const QString &pattern, const char *base, const char *rowPattern, int behindRange)
 {
-    return pattern.indexIn(address) >= 0;
+    return {Pattern(pattern), text(base), true, QString(), text(rowPattern), behindRange};
 }
 
-QString filled(const char *pattern, const QString &prefix)
+FamilyForm form(const QString &pattern, const QString &base, const char *rowPattern)
 {
-    return QString(QLatin1String(pattern)).arg(prefix);
+    return {Pattern(pattern), base, false, QString(), text(rowPattern), 0};
 }
 
-QString filled(const char *pattern, const QString &prefix, const QString &element)
+AddressFamily dataBlocks()
 {
-    return QString(QLatin1String(pattern)).arg(prefix, element);
+    const QString block = text("^(DB0*(?:20(?:4[0-7]|[0-3]\\d)|1\\d{3}|[1-9]\\d{0,2})\\.");
+    const char *const number = "(%1)(\\d+)";
+    return AddressFamily({form(block + text("DBX)\\d+\\.[0-7]$"), text("DB_DBX"), "(%1)(\\d+\\.[0-7])"),
+                          form(block + text("DBX)\\d+$"), text("DB_DBX_BYTE"), number),
+                          formWithElement(block + text("(DB[BDW]))\\d+$"), "DB_", number, 0)});
 }
 
-QString withEscapedDots(QString text)
+AddressFamily dataFiles()
 {
-    return text.replace(QLatin1Char('.'), QLatin1String("\\."));
-}
-
-/// The family of a data file by the letter of its type.
-QString fileFamily(QChar letter)
-{
-    switch (letter.unicode()) {
-    case 'B':
-        return QStringLiteral("BINARY");
-    case 'C':
-        return QStringLiteral("COUNTER");
-    case 'F':
-        return QStringLiteral("FLOAT");
-    case 'N':
-        return QStringLiteral("NUMBER");
-    default:
-        return QStringLiteral("TIMER");
+    const QString file = text("0*(?:25[0-5]|2[0-4]\\d|1\\d\\d|[1-9]\\d|9):)\\d+");
+    const char *const element = "(%1)(\\d+/%2)";
+    std::vector<FamilyForm> forms = {
+        formWithElement(text("^(C") + file + text("/(C[UD]|DN|OV|U[AN])$"), "COUNTER_", element, 0),
+        formWithElement(text("^(T") + file + text("/(EN|TT|DN)$"), "TIMER_", element, 0),
+    };
+    const struct
+    {
+        const char *letter;
+        const char *name;
+    } types[] = {{"B", "BINARY"}, {"C", "COUNTER"}, {"F", "FLOAT"}, {"N", "NUMBER"}, {"T", "TIMER"}};
+    for (const auto &type : types) {
+        const QString start = text("^(") + text(type.letter) + file;
+        const QString name = text(type.name);
+        const QLatin1String letter(type.letter);
+        if (letter == QLatin1String("C") || letter == QLatin1String("T")) {
+            constexpr int sizeOfElement = 4; // ".ACC"
+            forms.push_back(formWithElement(start + text("\\.(ACC|PRE)$"), "", "(%1)(\\d+)\\.%2", sizeOfElement));
+            forms.back().base = name + QLatin1Char('_');
+        }
+        if (letter != QLatin1String("F"))
+            forms.push_back(
+                form(start + text("/(?:1[0-5]|0?\\d)$"), name + text("_BIT"), "(%1)(\\d+/(?:1[0-5]|0?\\d))"));
+        forms.push_back(form(start + text("$"), name, "(%1)(\\d+)"));
     }
+    return AddressFamily(std::move(forms));
+}
+
+AddressFamily moduleBuffers()
+{
+    return AddressFamily({form(text("^(U\\d+\\\\G)\\d+$"), text("MOD_ACCESS_DEV"), "(%1)(\\d+)")});
+}
+
+/// The name in any letter case.
+QString inAnyCase(const char *name)
+{
+    QString pattern;
+    for (const char *letter = name; *letter != '\0'; ++letter) {
+        const QChar character = QLatin1Char(*letter);
+        pattern += QLatin1Char('[') + character + character.toLower();
+        // Without letter case, the long s is an s.
+        constexpr ushort longS = 0x17f;
+        if (character == QLatin1Char('S'))
+            pattern += QChar(longS);
+        pattern += QLatin1Char(']');
+    }
+    return pattern;
+}
+
+AddressFamily driveParameters()
+{
+    const QString index = text("(?:0*(?:6553[0-5]|655[0-2]\\d|65[0-4]\\d\\d|6[0-4]\\d{3}|[1-5]?\\d{1,4}))");
+    const QString subindex = text(":(?:0*\\d{1,3}):)");
+    QStringList names;
+    for (const char *const name :
+         {"FLOAT32", "INT32Q16", "INT32", "USIGN32", "FIXPT16", "INT16", "USIGN16", "INT8", "USIGN8"})
+        names.append(inAnyCase(name));
+    std::vector<FamilyForm> forms = {
+        form(text("^(USIGN32") + subindex + index + text("\\.(?:3[01]|[0-2]?\\d)$"), text("USIGN32_NO_IDX_BIT"),
+             "(%1)(\\d+\\.(?:3[01]|[0-2]?\\d))"),
+        form(text("^(USIGN16") + subindex + index + text("\\.(?:1[0-5]|0?\\d)$"), text("USIGN16_NO_IDX_BIT"),
+             "(%1)(\\d+\\.(?:1[0-5]|0?\\d))"),
+        form(text("^(USIGN8") + subindex + index + text("\\.[0-7]$"), text("USIGN8_NO_IDX_BIT"), "(%1)(\\d+\\.[0-7])"),
+        // The name of the type as typed: a template with other letters is not found.
+        formWithElement(text("^((") + inAnyCase("STRING") + QLatin1Char(')') + subindex + text("0$"), "", "(%1)(\\d+)",
+                        0),
+        formWithElement(text("^((") + names.join(QLatin1Char('|')) + QLatin1Char(')') + subindex + index + text("$"),
+                        "", "(%1)(\\d+)", 0),
+    };
+    forms[3].baseEnd = text("_NO");
+    forms[4].baseEnd = text("_NO_IDX");
+    return AddressFamily(std::move(forms));
+}
+
+template<AddressFamily (*make)()>
+const AddressFamily &familyMadeBy()
+{
+    static const AddressFamily family = make();
+    return family;
+}
+
+bool isBitOf(const FamilyForm &form, QLatin1String base)
+{
+    return form.base == base && form.rowPattern.contains(QLatin1Char('/'));
 }
 
 } // namespace
@@ -71,148 +146,40 @@ bool DefaultCreator::create(const QString &, DynamicLabelItem &)
 }
 
 IsoOnTcpCerator::IsoOnTcpCerator()
-    : wordPattern(expression("^(DB0*(?:20(?:4[0-7]|[0-3]\\d)|1\\d{3}|[1-9]\\d{0,2})\\.(DB[BDWX]))\\d+$"))
-    , bitPattern(expression("^(DB0*(?:20(?:4[0-7]|[0-3]\\d)|1\\d{3}|[1-9]\\d{0,2})\\.DBX)\\d+\\.[0-7]$"))
+    : FamilyCreator(familyMadeBy<dataBlocks>())
 {
-}
-
-bool IsoOnTcpCerator::create(const QString &address, DynamicLabelItem &item)
-{
-    if (found(bitPattern, address)) {
-        item.prefixSymbol = bitPattern.cap(1);
-        item.pattern = filled("(%1)(\\d+\\.[0-7])", withEscapedDots(item.prefixSymbol));
-        item.basePattern = QStringLiteral("DB_DBX");
-        return true;
-    }
-    if (!found(wordPattern, address))
-        return false;
-    item.prefixSymbol = wordPattern.cap(1);
-    item.pattern = filled("(%1)(\\d+)", withEscapedDots(item.prefixSymbol));
-    const bool isBitByte = item.prefixSymbol.endsWith(QLatin1String("DBX"), Qt::CaseInsensitive);
-    item.basePattern = isBitByte ? QStringLiteral("DB_DBX_BYTE") : QLatin1String("DB_") + wordPattern.cap(2);
-    return true;
 }
 
 DF1Creator::DF1Creator()
-    : wordPattern(expression("^([BCFNT]0*(?:25[0-5]|2[0-4]\\d|1\\d\\d|[1-9]\\d|9):)\\d+$"))
-    , timerBitPattern(expression("^(T0*(?:25[0-5]|2[0-4]\\d|1\\d\\d|[1-9]\\d|9):)\\d+/(EN|TT|DN)$"))
-    , counterBitPattern(expression("^(C0*(?:25[0-5]|2[0-4]\\d|1\\d\\d|[1-9]\\d|9):)\\d+/(C[UD]|DN|OV|U[AN])$"))
-    , numberedBitPattern(expression("^([BCNT]0*(?:25[0-5]|2[0-4]\\d|1\\d\\d|[1-9]\\d|9):)\\d+/(?:1[0-5]|0?\\d)$"))
-    , accPrePattern(expression("^([CT]0*(?:25[0-5]|2[0-4]\\d|1\\d\\d|[1-9]\\d|9):)\\d+\\.(ACC|PRE)$"))
+    : FamilyCreator(familyMadeBy<dataFiles>())
 {
 }
 
 bool DF1Creator::create(const QString &address, DynamicLabelItem &item)
 {
-    if (found(counterBitPattern, address)) {
-        item.pattern = filled("(%1)(\\d+/%2)", counterBitPattern.cap(1), counterBitPattern.cap(2));
-        item.basePattern = QLatin1String("COUNTER_") + counterBitPattern.cap(2);
-        // The last timer address set it, mostly to nothing: the editor shows the template's symbol anyway.
-        item.prefixSymbol = timerBitPattern.cap(1);
-        return true;
-    }
-    if (found(timerBitPattern, address)) {
-        item.pattern = filled("(%1)(\\d+/%2)", timerBitPattern.cap(1), timerBitPattern.cap(2));
-        item.prefixSymbol = timerBitPattern.cap(1);
-        item.basePattern = QLatin1String("TIMER_") + timerBitPattern.cap(2);
-        return true;
-    }
-    if (found(accPrePattern, address)) {
-        item.pattern = filled("(%1)(\\d+)\\.%2", accPrePattern.cap(1), accPrePattern.cap(2));
-        item.prefixSymbol = accPrePattern.cap(1);
-        item.basePattern = fileFamily(item.prefixSymbol.at(0)) + QLatin1Char('_') + accPrePattern.cap(2);
-        return true;
-    }
-    if (found(numberedBitPattern, address)) {
-        item.prefixSymbol = numberedBitPattern.cap(1);
-        item.pattern = filled("(%1)(\\d+/(?:1[0-5]|0?\\d))", item.prefixSymbol);
-        item.basePattern = fileFamily(item.prefixSymbol.at(0)) + QLatin1String("_BIT");
-        return true;
-    }
-    if (found(wordPattern, address)) {
-        item.prefixSymbol = wordPattern.cap(1);
-        item.pattern = filled("(%1)(\\d+)", item.prefixSymbol);
-        item.basePattern = fileFamily(item.prefixSymbol.at(0));
-        return true;
-    }
-    return false;
+    const bool isRecognised = foresee(address, item);
+    const FamilyForm *const found = family().formOf(address);
+    if (!found || !isBitOf(*found, QLatin1String("COUNTER_")))
+        lastTimer = found && isBitOf(*found, QLatin1String("TIMER_")) ? item.prefixSymbol : QString();
+    return isRecognised;
 }
 
-bool DF1Creator::foresee(const QString &address, DynamicLabelItem &item)
+bool DF1Creator::foresee(const QString &address, DynamicLabelItem &item) const
 {
-    const QString lastTimer = timerBitPattern.cap(0);
-    const bool isRecognised = create(address, item);
-    // The expression matches whole addresses, so it finds its last match again, and nothing in an empty text.
-    timerBitPattern.indexIn(lastTimer);
+    const bool isRecognised = FamilyCreator::foresee(address, item);
+    if (isRecognised && isBitOf(*family().formOf(address), QLatin1String("COUNTER_")))
+        item.prefixSymbol = lastTimer;
     return isRecognised;
 }
 
 Fx5uEthCreator::Fx5uEthCreator()
-    : modulePattern(expression("^U(\\d+)\\\\G(\\d+)$"))
+    : FamilyCreator(familyMadeBy<moduleBuffers>())
 {
-}
-
-bool Fx5uEthCreator::create(const QString &address, DynamicLabelItem &item)
-{
-    if (!found(modulePattern, address))
-        return false;
-    item.basePattern = QStringLiteral("MOD_ACCESS_DEV");
-    item.pattern = filled("(U%1\\\\G)(\\d+)", modulePattern.cap(1));
-    item.prefixSymbol = filled("U%1\\G", modulePattern.cap(1));
-    return true;
 }
 
 LustBusCreator::LustBusCreator()
-    : bit32Pattern(
-          expression("^(USIGN32:(?:0*\\d{1,3}):)(?:0*(?:6553[0-5]|655[0-2]\\d|65[0-4]\\d\\d|6[0-4]\\d{3}|[1-5]?"
-                     "\\d{1,4}))\\.(?:3[01]|[0-2]?\\d)$"))
-    , bit16Pattern(
-          expression("^(USIGN16:(?:0*\\d{1,3}):)(?:0*(?:6553[0-5]|655[0-2]\\d|65[0-4]\\d\\d|6[0-4]\\d{3}|[1-5]?"
-                     "\\d{1,4}))\\.(?:1[0-5]|0?\\d)$"))
-    , bit8Pattern(expression("^(USIGN8:(?:0*\\d{1,3}):)(?:0*(?:6553[0-5]|655[0-2]\\d|65[0-4]\\d\\d|6[0-4]\\d{3}|[1-5]?"
-                             "\\d{1,4}))\\.[0-7]$"))
-    , itemPattern(
-          expression("^((\\w+):(0*\\d{1,3}):)(0*(?:6553[0-5]|655[0-2]\\d|65[0-4]\\d\\d|6[0-4]\\d{3}|[1-5]?\\d{1,4}"
-                     "))$"))
-    , typeNames({QStringLiteral("STRING"), QStringLiteral("FLOAT32"), QStringLiteral("INT32Q16"),
-                 QStringLiteral("INT32"), QStringLiteral("USIGN32"), QStringLiteral("FIXPT16"), QStringLiteral("INT16"),
-                 QStringLiteral("USIGN16"), QStringLiteral("INT8"), QStringLiteral("USIGN8")})
+    : FamilyCreator(familyMadeBy<driveParameters>())
 {
-}
-
-bool LustBusCreator::create(const QString &address, DynamicLabelItem &item)
-{
-    const struct
-    {
-        const QRegExp &expression;
-        const char *basePattern;
-        const char *pattern;
-    } bitForms[] = {
-        {bit32Pattern, "USIGN32_NO_IDX_BIT", "(%1)(\\d+\\.(?:3[01]|[0-2]?\\d))"},
-        {bit16Pattern, "USIGN16_NO_IDX_BIT", "(%1)(\\d+\\.(?:1[0-5]|0?\\d))"},
-        {bit8Pattern, "USIGN8_NO_IDX_BIT", "(%1)(\\d+\\.[0-7])"},
-    };
-    for (const auto &form : bitForms) {
-        if (found(form.expression, address)) {
-            item.basePattern = QLatin1String(form.basePattern);
-            item.prefixSymbol = form.expression.cap(1);
-            item.pattern = filled(form.pattern, item.prefixSymbol);
-            return true;
-        }
-    }
-    if (!found(itemPattern, address))
-        return false;
-    // As typed: the set ignores case, the look-up of the template does not.
-    const QString typeName = itemPattern.cap(2);
-    if (typeNames.count(typeName) == 0)
-        return false;
-    const bool isString = address.startsWith(QLatin1String("STRING"), Qt::CaseInsensitive);
-    if (isString && itemPattern.cap(4) != QLatin1String("0"))
-        return false;
-    item.basePattern = typeName + (isString ? QLatin1String("_NO") : QLatin1String("_NO_IDX"));
-    item.prefixSymbol = itemPattern.cap(1);
-    item.pattern = filled("(%1)(\\d+)", item.prefixSymbol);
-    return true;
 }
 
 } // namespace label

@@ -4,12 +4,9 @@
 #ifndef ZELMAR_LABEL_DYNAMICLABELCREATORS_H
 #define ZELMAR_LABEL_DYNAMICLABELCREATORS_H
 
-#include "zelmar_label/label_table/dynamicmember_p.h"
+#include "zelmar_label/label_table/addressfamily.h"
 
-#include <QRegExp>
 #include <QString>
-
-#include <set>
 
 namespace label {
 
@@ -24,66 +21,40 @@ public:
 };
 
 /// The data blocks DB1 to DB2047: DB12.DBB4, DB12.DBW4, DB12.DBD4, DB12.DBX4 and DB12.DBX4.7.
-class IsoOnTcpCerator : public DynamicLabelCreatorInterface
+class IsoOnTcpCerator : public FamilyCreator
 {
 public:
     IsoOnTcpCerator();
-    bool create(const QString &address, DynamicLabelItem &item) override;
-
-private:
-    QRegExp wordPattern;
-    QRegExp bitPattern;
 };
 
 /// The data files 9 to 255: N9:5, N9:5/15, F9:5, B9:5, T9:5.ACC, T9:5/DN, C9:5.PRE, C9:5/CU and so on. Files below 9
 /// are fixed rows of the drivers' tables.
-class DF1Creator : public DynamicLabelCreatorInterface, public DiscreetCreator
+class DF1Creator : public FamilyCreator
 {
 public:
     DF1Creator();
     bool create(const QString &address, DynamicLabelItem &item) override;
-    bool foresee(const QString &address, DynamicLabelItem &item) override;
+    bool foresee(const QString &address, DynamicLabelItem &item) const override;
+    bool isAtRest() const override { return lastTimer.isEmpty(); }
 
 private:
-    QRegExp wordPattern;
-    QRegExp timerBitPattern;
-    QRegExp counterBitPattern;
-    QRegExp numberedBitPattern;
-    QRegExp accPrePattern;
+    /// The prefix of the last address, if that was a bit of a timer. The rows of counter bits get it as their symbol:
+    /// the editor shows the template's symbol anyway.
+    QString lastTimer;
 };
 
 /// The buffer memory of modules: U1\G100.
-class Fx5uEthCreator : public DynamicLabelCreatorInterface
+class Fx5uEthCreator : public FamilyCreator
 {
 public:
     Fx5uEthCreator();
-    bool create(const QString &address, DynamicLabelItem &item) override;
-
-private:
-    QRegExp modulePattern;
 };
 
 /// The parameters of a drive: USIGN16:3:9, USIGN16:3:9.15, STRING:3:0 and so on.
-class LustBusCreator : public DynamicLabelCreatorInterface
+class LustBusCreator : public FamilyCreator
 {
 public:
     LustBusCreator();
-    bool create(const QString &address, DynamicLabelItem &item) override;
-
-private:
-    struct CaseInsensitiveOrder
-    {
-        bool operator()(const QString &left, const QString &right) const
-        {
-            return left.compare(right, Qt::CaseInsensitive) < 0;
-        }
-    };
-
-    QRegExp bit32Pattern;
-    QRegExp bit16Pattern;
-    QRegExp bit8Pattern;
-    QRegExp itemPattern;
-    std::set<QString, CaseInsensitiveOrder> typeNames;
 };
 
 } // namespace label

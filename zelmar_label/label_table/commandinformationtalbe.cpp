@@ -4,6 +4,7 @@
 #include "zelmar_label/label_table/commandinformationtalbe.h"
 
 #include "zelmar_label/address_grammar/stationaddress_p.h"
+#include "zelmar_label/label_table/addresstable_p.h"
 
 #include <QDebug>
 #include <QSet>
@@ -13,17 +14,6 @@
 namespace label {
 
 namespace {
-
-template<typename Selects>
-QStringList textsOf(const QList<CommandFormatter> &rows, QString (CommandFormatter::*text)() const, Selects selects)
-{
-    QStringList texts;
-    for (const CommandFormatter &row : rows) {
-        if (selects(row.type()))
-            texts.append((row.*text)());
-    }
-    return texts;
-}
 
 bool isBitRow(int type)
 {
@@ -48,63 +38,80 @@ QStringList withoutRepeats(const QStringList &texts)
 
 } // namespace
 
+CommandInformationTalbe::CommandInformationTalbe()
+    : m_rows(std::make_unique<AddressTable>())
+{
+}
+
+CommandInformationTalbe::CommandInformationTalbe(const CommandInformationTalbe &other)
+    : m_rows(std::make_unique<AddressTable>(*other.m_rows))
+{
+}
+
+CommandInformationTalbe &CommandInformationTalbe::operator=(const CommandInformationTalbe &other)
+{
+    if (this != &other)
+        m_rows = std::make_unique<AddressTable>(*other.m_rows);
+    return *this;
+}
+
+CommandInformationTalbe::CommandInformationTalbe(CommandInformationTalbe &&) noexcept = default;
+CommandInformationTalbe &CommandInformationTalbe::operator=(CommandInformationTalbe &&) noexcept = default;
+CommandInformationTalbe::~CommandInformationTalbe() = default;
+
 void CommandInformationTalbe::addCommandFormatter(const CommandFormatter &formatter)
 {
-    m_formatters.append(formatter);
+    m_rows->append(std::make_shared<const CommandFormatter>(formatter));
 }
 
 void CommandInformationTalbe::addCommandFormatter(CommandFormatter &&formatter)
 {
-    m_formatters.append(CommandFormatter());
-    m_formatters.last() = std::move(formatter);
+    m_rows->append(std::make_shared<const CommandFormatter>(std::move(formatter)));
+}
+
+void CommandInformationTalbe::compile() const
+{
+    m_rows->compile();
 }
 
 int CommandInformationTalbe::countFormatters() const
 {
-    return m_formatters.size();
+    return m_rows->size();
 }
 
 const CommandFormatter *CommandInformationTalbe::formatterAt(int index) const
 {
-    return isIndex(index) ? &m_formatters.at(index) : nullptr;
+    return isIndex(index) ? &row(index) : nullptr;
+}
+
+const CommandFormatter &CommandInformationTalbe::row(int index) const
+{
+    return m_rows->at(index);
 }
 
 const CommandFormatter &CommandInformationTalbe::formatterOrEmpty(int index) const
 {
     static const CommandFormatter empty;
-    return isIndex(index) ? m_formatters.at(index) : empty;
+    return isIndex(index) ? row(index) : empty;
 }
 
 int CommandInformationTalbe::getFirstMatchedAddressIndex(const QString &address, int type) const
 {
-    const QString body = deviceAddress(address);
-    for (int index = 0; index < m_formatters.size(); ++index) {
-        const CommandFormatter &row = m_formatters.at(index);
-        // In this order: a row of the other class still reports unreadable limits.
-        if (row.isDeviceAddressValid(body) && passesTypeFilter(row.type(), type))
-            return index;
-    }
-    return -1;
+    return m_rows->first(splitStation(address).device, type);
 }
 
 QList<int> CommandInformationTalbe::getAllPartialMatchedAddressIndex(const QString &address, int type) const
 {
-    const QString body = deviceAddress(address);
-    QList<int> indexes;
-    for (int index = 0; index < m_formatters.size(); ++index) {
-        const CommandFormatter &row = m_formatters.at(index);
-        if (passesTypeFilter(row.type(), type) && row.canBeCompleted(body))
-            indexes.append(index);
-    }
-    return indexes;
+    return m_rows->completions(splitStation(address).device, type);
 }
 
 QList<int> CommandInformationTalbe::getAllMatchedSymbo(const QString &symbol, int type) const
 {
     QList<int> indexes;
-    for (int index = 0; index < m_formatters.size(); ++index) {
-        const CommandFormatter &row = m_formatters.at(index);
-        if (passesTypeFilter(row.type(), type) && row.prefixSymbol() == symbol)
+    const int count = countFormatters();
+    for (int index = 0; index < count; ++index) {
+        const AddressColumns &columns = row(index).compiledRow().columns;
+        if (passesTypeFilter(columns.type, type) && columns.prefixSymbol == symbol)
             indexes.append(index);
     }
     return indexes;
@@ -112,14 +119,14 @@ QList<int> CommandInformationTalbe::getAllMatchedSymbo(const QString &symbol, in
 
 QString CommandInformationTalbe::getCatchTableName(const QString &address, int type) const
 {
-    const int index = getFirstMatchedAddressIndex(address, type);
-    return index < 0 ? QString() : m_formatters.at(index).catchTable();
+    return formatterOrEmpty(getFirstMatchedAddressIndex(address, type)).catchTable();
 }
 
 int CommandInformationTalbe::getFormatterIndexByPattern(const QString &pattern) const
 {
-    for (int index = 0; index < m_formatters.size(); ++index) {
-        if (m_formatters.at(index).pattern() == pattern)
+    const int count = countFormatters();
+    for (int index = 0; index < count; ++index) {
+        if (row(index).compiledRow().columns.pattern == pattern)
             return index;
     }
     return -1;
@@ -127,63 +134,75 @@ int CommandInformationTalbe::getFormatterIndexByPattern(const QString &pattern) 
 
 CommandFormatter CommandInformationTalbe::getFormatterAtIndex(int index) const
 {
-    return isIndex(index) ? m_formatters.at(index) : CommandFormatter();
+    return isIndex(index) ? row(index) : CommandFormatter();
+}
+
+template<typename Selects>
+QStringList CommandInformationTalbe::texts(QString (CommandFormatter::*text)() const, Selects selects) const
+{
+    QStringList texts;
+    const int count = countFormatters();
+    for (int index = 0; index < count; ++index) {
+        if (selects(row(index).type()))
+            texts.append((row(index).*text)());
+    }
+    return texts;
 }
 
 QStringList CommandInformationTalbe::formatStrings() const
 {
-    return textsOf(m_formatters, &CommandFormatter::formatString, [](int) { return true; });
+    return texts(&CommandFormatter::formatString, [](int) { return true; });
 }
 
 QStringList CommandInformationTalbe::prefixSymbols() const
 {
-    return textsOf(m_formatters, &CommandFormatter::prefixSymbol, [](int) { return true; });
+    return texts(&CommandFormatter::prefixSymbol, [](int) { return true; });
 }
 
 QStringList CommandInformationTalbe::formatStringsByType(label::Type type) const
 {
-    return textsOf(m_formatters, &CommandFormatter::formatString, [type](int rowType) { return rowType == type; });
+    return texts(&CommandFormatter::formatString, [type](int rowType) { return rowType == type; });
 }
 
 QStringList CommandInformationTalbe::prefixSymbolsByType(label::Type type) const
 {
-    return textsOf(m_formatters, &CommandFormatter::prefixSymbol, [type](int rowType) { return rowType == type; });
+    return texts(&CommandFormatter::prefixSymbol, [type](int rowType) { return rowType == type; });
 }
 
 QStringList CommandInformationTalbe::bitCommandFormats() const
 {
-    return textsOf(m_formatters, &CommandFormatter::formatString, isBitRow);
+    return texts(&CommandFormatter::formatString, isBitRow);
 }
 
 QStringList CommandInformationTalbe::registerCommandFormats() const
 {
-    return textsOf(m_formatters, &CommandFormatter::formatString, isRegisterRow);
+    return texts(&CommandFormatter::formatString, isRegisterRow);
 }
 
 QStringList CommandInformationTalbe::reserveCommandFormats() const
 {
-    return textsOf(m_formatters, &CommandFormatter::formatString, isReservedRow);
+    return texts(&CommandFormatter::formatString, isReservedRow);
 }
 
 QStringList CommandInformationTalbe::bitPrefixSymbols() const
 {
-    return withoutRepeats(textsOf(m_formatters, &CommandFormatter::prefixSymbol, isBitRow));
+    return withoutRepeats(texts(&CommandFormatter::prefixSymbol, isBitRow));
 }
 
 QStringList CommandInformationTalbe::registerPrefixSymbols() const
 {
-    return withoutRepeats(textsOf(m_formatters, &CommandFormatter::prefixSymbol, isRegisterRow));
+    return withoutRepeats(texts(&CommandFormatter::prefixSymbol, isRegisterRow));
 }
 
 QStringList CommandInformationTalbe::reservePrefixSymbols() const
 {
-    return withoutRepeats(textsOf(m_formatters, &CommandFormatter::prefixSymbol, isReservedRow));
+    return withoutRepeats(texts(&CommandFormatter::prefixSymbol, isReservedRow));
 }
 
 int CommandInformationTalbe::datatype(int typeIndex) const
 {
     if (isIndex(typeIndex))
-        return m_formatters.at(typeIndex).type();
+        return row(typeIndex).type();
     qDebug() << "CommandInformationTalbe::datatype wrong type_index " << typeIndex;
     return -1;
 }
@@ -191,7 +210,7 @@ int CommandInformationTalbe::datatype(int typeIndex) const
 int CommandInformationTalbe::blocksize(int typeIndex) const
 {
     if (isIndex(typeIndex))
-        return m_formatters.at(typeIndex).blocksize();
+        return row(typeIndex).blocksize();
     qDebug() << "CommandInformationTalbe::blocksize wrong type_index " << typeIndex;
     return -1;
 }
@@ -199,7 +218,7 @@ int CommandInformationTalbe::blocksize(int typeIndex) const
 int CommandInformationTalbe::datasize(int typeIndex) const
 {
     if (isIndex(typeIndex))
-        return static_cast<int>(m_formatters.at(typeIndex).datasize());
+        return static_cast<int>(row(typeIndex).datasize());
     qDebug() << "CommandInformationTalbe::"
              << "datasize"
              << " wrong type_index " << typeIndex;
@@ -209,7 +228,7 @@ int CommandInformationTalbe::datasize(int typeIndex) const
 int CommandInformationTalbe::addressRange(int typeIndex, const QString &address) const
 {
     if (isIndex(typeIndex))
-        return m_formatters.at(typeIndex).getAddresRangePart(address);
+        return row(typeIndex).getAddresRangePart(address);
     qDebug() << "CommandInformationTalbe::"
              << "addressRange"
              << " wrong type_index " << typeIndex;
@@ -219,7 +238,7 @@ int CommandInformationTalbe::addressRange(int typeIndex, const QString &address)
 int CommandInformationTalbe::bitOffset(int typeIndex, const QString &address) const
 {
     if (isIndex(typeIndex))
-        return m_formatters.at(typeIndex).getbitOffset(address);
+        return row(typeIndex).getbitOffset(address);
     qDebug() << "CommandInformationTalbe::bitOffset wrong type_index " << typeIndex;
     return -1;
 }
@@ -227,7 +246,7 @@ int CommandInformationTalbe::bitOffset(int typeIndex, const QString &address) co
 bool CommandInformationTalbe::canConvertRegisterCommand(int typeIndex) const
 {
     if (isIndex(typeIndex))
-        return m_formatters.at(typeIndex).canConvertRegisterCommand();
+        return row(typeIndex).canConvertRegisterCommand();
     qDebug() << "CommandInformationTalbe::canConvertRegisterCommand wrong type_index " << typeIndex;
     return false;
 }
@@ -235,14 +254,14 @@ bool CommandInformationTalbe::canConvertRegisterCommand(int typeIndex) const
 QString CommandInformationTalbe::continueRule(int typeIndex) const
 {
     if (isIndex(typeIndex))
-        return m_formatters.at(typeIndex).continueRule();
+        return row(typeIndex).continueRule();
     qDebug() << "CommandInformationTalbe::continueRule wrong type_index " << typeIndex;
     return QStringLiteral("N");
 }
 
 int CommandInformationTalbe::base(int typeIndex) const
 {
-    return isIndex(typeIndex) ? m_formatters.at(typeIndex).base() : 10;
+    return isIndex(typeIndex) ? row(typeIndex).base() : 10;
 }
 
 QString CommandInformationTalbe::formatstring(int typeIndex) const

@@ -12,7 +12,11 @@
 #include <QString>
 #include <QStringList>
 
+#include <memory>
+
 namespace label {
+
+class AddressTable;
 
 /// The address formats of one device, in the order of matching.
 ///
@@ -22,20 +26,35 @@ namespace label {
 /// The argument `type` of a lookup is a type filter: -1 any row, 0 bit rows, any other value every register row
 /// (`passesTypeFilter`). A type index outside the table returns the stated value; nothing throws.
 ///
-/// A value; copies share their rows until one of them changes. Not thread-safe.
+/// A value. A copy has the same compiled rows, and shares the engines of their scripts. Any number of threads may ask a
+/// table, also while one adds rows; other changes need a table that no other thread uses.
 class ZELMAR_LABEL_EXPORT CommandInformationTalbe
 {
 public:
+    CommandInformationTalbe();
+    CommandInformationTalbe(const CommandInformationTalbe &other);
+    CommandInformationTalbe &operator=(const CommandInformationTalbe &other);
+    /// Afterwards only assign to `other` or destroy it.
+    CommandInformationTalbe(CommandInformationTalbe &&other) noexcept;
+    CommandInformationTalbe &operator=(CommandInformationTalbe &&other) noexcept;
+    ~CommandInformationTalbe();
+
     /// Appends a copy of `formatter`; its type index is the old number of rows.
     void addCommandFormatter(const CommandFormatter &formatter);
 
     /// As above, without a copy: a loaded script of `formatter` is not loaded again.
     void addCommandFormatter(CommandFormatter &&formatter);
 
+    /// Compiles the rows for matching. The first question does it otherwise.
+    void compile() const;
+
+    /// The rows and their automaton, for the library's own use.
+    const AddressTable &rows() const { return *m_rows; }
+
     /// Number of rows.
     int countFormatters() const;
 
-    /// The row, owned by the table and valid until the next row is added; null for an index outside the table.
+    /// The row, owned by the table and valid as long as the table; null for an index outside the table.
     const CommandFormatter *formatterAt(int index) const;
 
     /// \name Finding rows
@@ -136,10 +155,13 @@ public:
     ///@}
 
 private:
-    bool isIndex(int index) const { return index >= 0 && index < m_formatters.size(); }
+    bool isIndex(int index) const { return index >= 0 && index < countFormatters(); }
+    const CommandFormatter &row(int index) const;
     const CommandFormatter &formatterOrEmpty(int index) const;
+    template<typename Selects>
+    QStringList texts(QString (CommandFormatter::*text)() const, Selects selects) const;
 
-    QList<CommandFormatter> m_formatters;
+    std::unique_ptr<AddressTable> m_rows;
 };
 
 } // namespace label

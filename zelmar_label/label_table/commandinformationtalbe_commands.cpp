@@ -38,7 +38,7 @@ QList<CommunicatorCommand> CommandInformationTalbe::normalizeCommand(int typeInd
                                                                      const CommunicatorCommand &command) const
 {
     if (isIndex(typeIndex))
-        return m_formatters.at(typeIndex).autoCompleteCommand(command);
+        return row(typeIndex).autoCompleteCommand(command);
     reportWrongIndex("CommandInformationTalbe::autoCompleteCommand wrong type_index ", typeIndex);
     return {};
 }
@@ -47,7 +47,7 @@ QList<CommunicatorCommand>
 CommandInformationTalbe::makeContinueCommand(int typeIndex, const CommunicatorCommand &command, int count) const
 {
     if (isIndex(typeIndex))
-        return m_formatters.at(typeIndex).makeContinueCommand(command, count);
+        return row(typeIndex).makeContinueCommand(command, count);
     reportWrongIndex("CommandInformationTalbe::makeContinueCommand wrong type_index ", typeIndex);
     return {};
 }
@@ -58,7 +58,7 @@ QList<CommunicatorCommand> CommandInformationTalbe::makeContinueCommandwithCap(i
                                                                                bool checkRange) const
 {
     if (isIndex(typeIndex))
-        return m_formatters.at(typeIndex).makeContinueCommandwithCap(command, count, cap, checkRange);
+        return row(typeIndex).makeContinueCommandwithCap(command, count, cap, checkRange);
     reportWrongIndex("CommandInformationTalbe::makeContinueCommand wrong type_index ", typeIndex);
     return {};
 }
@@ -72,9 +72,9 @@ QList<CommunicatorCommand> CommandInformationTalbe::makeBlockCommand(int station
         reportWrongIndex("CommandInformationTalbe::makeBlockCommand wrong type_index ", typeIndex);
         return {};
     }
-    const CommandFormatter &row = m_formatters.at(typeIndex);
-    const bool countsBits = row.isTypeRangeNeedAlignmentByte();
-    const bool advancesInBits = row.aligmentSize() > 1;
+    const CommandFormatter &formatter = row(typeIndex);
+    const bool countsBits = formatter.isTypeRangeNeedAlignmentByte();
+    const bool advancesInBits = formatter.aligmentSize() > 1;
     const qint64 limit =
         countsBits ? qBound<qint64>(0, qint64(units) * size, std::numeric_limits<int>::max()) * 8 : units;
     QList<CommunicatorCommand> blocks;
@@ -86,7 +86,7 @@ QList<CommunicatorCommand> CommandInformationTalbe::makeBlockCommand(int station
         length -= chunk;
         if (countsBits)
             chunk = unitsOfBits(chunk, size);
-        blocks.append(row.makeBlockCommand(stationId, start, chunk));
+        blocks.append(formatter.makeBlockCommand(stationId, start, chunk));
         const int numbersInUnit = advancesInBits ? wrappingProduct(size, 8) : 1;
         start = wrappingSum(start, wrappingProduct(chunk, numbersInUnit));
     }
@@ -100,13 +100,13 @@ CommunicatorCommand CommandInformationTalbe::makeBlockCommandWithoutSizeLimit(in
         reportWrongIndex("CommandInformationTalbe::makeBlockCommand wrong type_index ", typeIndex);
         return CommunicatorCommand();
     }
-    const CommandFormatter &row = m_formatters.at(typeIndex);
-    if (row.isTypeRangeNeedAlignmentByte()) {
-        const int alignment = row.aligmentSize();
+    const CommandFormatter &formatter = row(typeIndex);
+    if (formatter.isTypeRangeNeedAlignmentByte()) {
+        const int alignment = formatter.aligmentSize();
         const int bits = alignment > 1 ? paddedLength(length, alignment) : length;
-        length = unitsOfBits(bits, static_cast<int>(row.datasize()));
+        length = unitsOfBits(bits, static_cast<int>(formatter.datasize()));
     }
-    return row.makeBlockCommand(stationId, start, length);
+    return formatter.makeBlockCommand(stationId, start, length);
 }
 
 CommunicatorCommand CommandInformationTalbe::convertBitCommandToRegisterCommand(const CommunicatorCommand &command,
@@ -124,9 +124,9 @@ CommunicatorCommand CommandInformationTalbe::convertBitCommandToRegisterCommand(
                         .arg(command.address, QString::number(command.dataType));
         return CommunicatorCommand();
     }
-    const CommandFormatter &row = m_formatters.at(bitRow);
-    const int offset = row.getbitOffset(body);
-    convertedAddress = row.convertToRegisterAddress(command);
+    const CommandFormatter &formatter = row(bitRow);
+    const int offset = formatter.getbitOffset(body);
+    convertedAddress = formatter.convertToRegisterAddress(command);
     typeIndex = getFirstMatchedAddressIndex(convertedAddress, WordType);
     if (typeIndex < 0) {
         qDebug() << "convertBitCommandToRegisterCommand"

@@ -4,6 +4,7 @@
 #include "zelmar_label/label_table/dynamicmember_p.h"
 
 #include "zelmar_label/address_grammar/commandformatter.h"
+#include "zelmar_label/label_table/addressfamily.h"
 
 namespace label {
 
@@ -16,8 +17,8 @@ void DynamicMember::shape(CommandFormatter &row) const
 
 bool foresee(DynamicLabelCreatorInterface &creator, const QString &address, DynamicLabelItem &item)
 {
-    auto *const discreet = dynamic_cast<DiscreetCreator *>(&creator);
-    return discreet ? discreet->foresee(address, item) : creator.create(address, item);
+    const auto *const known = dynamic_cast<const FamilyCreator *>(&creator);
+    return known ? known->foresee(address, item) : creator.create(address, item);
 }
 
 } // namespace label

@@ -21,18 +21,7 @@ struct DynamicMember
     void shape(CommandFormatter &row) const;
 };
 
-/// A creator whose answers depend on earlier calls; `foresee` does not change later answers.
-class DiscreetCreator
-{
-public:
-    /// The answer that `create` would give now.
-    virtual bool foresee(const QString &address, DynamicLabelItem &item) = 0;
-
-protected:
-    ~DiscreetCreator() = default;
-};
-
-/// The creator's answer, without changing the creator. One that is no `DiscreetCreator` is assumed to keep nothing
+/// The creator's answer, without changing the creator. One that is no `FamilyCreator` is assumed to keep nothing
 /// between calls; its `create` is called.
 bool foresee(DynamicLabelCreatorInterface &creator, const QString &address, DynamicLabelItem &item);
 

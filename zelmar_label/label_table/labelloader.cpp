@@ -3,6 +3,8 @@
 
 #include "zelmar_label/label_table/labelloader.h"
 
+#include "zelmar_label/address_grammar/mutexlocker_p.h"
+#include "zelmar_label/label_table/addressfamily.h"
 #include "zelmar_label/label_table/dynamicmember_p.h"
 #include "zelmar_label/label_table/releasestorage_p.h"
 
@@ -19,8 +21,9 @@ LabelLoader::LabelLoader(const CommandInformationTalbe &table)
 
 LabelLoader::LabelLoader(const CommandInformationTalbe &table, DynamicLabelCreatorInterface *creator)
     : deviceTypes(table)
-    , m_creator(creator)
 {
+    deviceTypes.compile();
+    setCreator(creator);
 }
 
 LabelLoader::~LabelLoader()
@@ -30,7 +33,14 @@ LabelLoader::~LabelLoader()
 
 void LabelLoader::setDeviceTypesTable(const CommandInformationTalbe &table)
 {
-    deviceTypes = table;
+    setDeviceTypesTable(CommandInformationTalbe(table));
+}
+
+void LabelLoader::setDeviceTypesTable(CommandInformationTalbe &&table)
+{
+    deviceTypes = std::move(table);
+    deviceTypes.compile();
+    findTemplates();
 }
 
 const CommandInformationTalbe &LabelLoader::deviceTypesTable() const
@@ -44,6 +54,23 @@ void LabelLoader::setCreator(DynamicLabelCreatorInterface *creator)
         return;
     releaseStorage(m_creator);
     m_creator = creator;
+    m_families = dynamic_cast<const FamilyCreator *>(creator);
+    findTemplates();
+}
+
+void LabelLoader::findTemplates()
+{
+    m_templates.clear();
+    if (!m_families)
+        return;
+    const int count = deviceTypes.countFormatters();
+    for (int row = 0; row < count; ++row) {
+        const CommandFormatter &formatter = *deviceTypes.formatterAt(row);
+        for (const FamilyForm &form : m_families->family().forms()) {
+            if (formatter.isFamilyTemplate() && form.mayHaveTemplate(formatter.pattern()))
+                m_templates.push_back({&form, row});
+        }
+    }
 }
 
 void LabelLoader::setMaxBlockSize(int size)
@@ -108,19 +135,29 @@ bool LabelLoader::parseAddress(const QString &address, QString &prefix, QString 
 
 int LabelLoader::addressValidation(const QString &address, int type)
 {
+    const int known = deviceTypes.countFormatters();
     const int index = deviceTypes.getFirstMatchedAddressIndex(address, type);
-    return index >= 0 ? index : addDynamicRow(address);
+    return index >= 0 ? index : addDynamicRow(address, type, known);
 }
 
-int LabelLoader::addDynamicRow(const QString &address)
+int LabelLoader::addDynamicRow(const QString &address, int type, int known)
 {
+    if (!m_creator || (m_families && m_families->isAtRest() && !m_families->family().formOf(address)))
+        return -1;
+    const MutexLocker<std::mutex> locker(&m_growing);
+    if (deviceTypes.countFormatters() != known) {
+        const int added = deviceTypes.getFirstMatchedAddressIndex(address, type);
+        if (added >= known)
+            return added;
+    }
     DynamicLabelItem item;
-    const std::optional<DynamicMember> member = memberOf(m_creator && m_creator->create(address, item), item);
+    const std::optional<DynamicMember> member = memberOf(m_creator->create(address, item), item);
     if (!member)
         return -1;
     CommandFormatter row = deviceTypes.getFormatterAtIndex(member->templateIndex);
     member->shape(row);
     deviceTypes.addCommandFormatter(std::move(row));
+    deviceTypes.compile();
     return deviceTypes.countFormatters() - 1;
 }
 

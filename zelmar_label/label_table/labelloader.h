@@ -4,19 +4,31 @@
 #ifndef ZELMAR_LABEL_LABELLOADER_H
 #define ZELMAR_LABEL_LABELLOADER_H
 
+#include "zelmar_label/label_table/addressverdict.h"
 #include "zelmar_label/label_table/commandinformationtalbe.h"
 #include "zelmar_label/label_table/labelinterface.h"
 #include "zelmar_label/zelmar_label_export.h"
 
+#include <QStringView>
+
+#include <mutex>
 #include <optional>
+#include <vector>
 
 namespace label {
 
 class DynamicLabelCreatorInterface;
+class FamilyCreator;
+struct FamilyForm;
+struct TextPlace;
 struct DynamicLabelItem;
 struct DynamicMember;
 
 /// A label for one device table. A creator may extend the table during use.
+///
+/// Any number of threads may call the operations of `LabelInterface`, `judge` and `canonicalAddress` at once. Set
+/// table, creator and block limits before other threads get the label. The label calls its creator on one thread at a
+/// time.
 ///
 /// Releasing a loader through its `LabelInterface` frees its own storage only; table and creator stay allocated. The
 /// label store frees labels this way.
@@ -37,8 +49,9 @@ public:
 
     /// Replaces the table.
     void setDeviceTypesTable(const CommandInformationTalbe &table);
+    void setDeviceTypesTable(CommandInformationTalbe &&table);
 
-    /// The table, for reading; references into it last until the next row is added.
+    /// The table, for reading; references into it last as long as the table.
     const CommandInformationTalbe &deviceTypesTable() const;
 
     /// Takes ownership of `creator`, which may be null, and frees the old one.
@@ -47,6 +60,26 @@ public:
     /// Sets what `getBlockCommandMaxSize` and `getBitCommandMaxSize` return. Accepts any number.
     void setMaxBlockSize(int size);
     void setMaxBitBlockSize(int size);
+
+    /// \name Judging addresses
+    ///@{
+    /// Row, station, number and bit of an address, with or without station, for the type filter `type`: accepted
+    /// exactly when `addressValidation` returns a row, except that a new member of a family is also held against the
+    /// type and the family's limits. Adds no rows.
+    ///
+    /// Takes no lock and allocates nothing, except for what a row needs that a script or a pattern outside the known
+    /// syntax decides, for a number with blanks or a sign, and for a caller's own creator.
+    AddressVerdict judge(QStringView address, int type = anyType) const;
+
+    /// Judges each address; `verdicts` has a place for each.
+    void judge(const QStringList &addresses, int type, AddressVerdict *verdicts) const;
+
+    /// The one spelling of an address that the label accepts: the symbol as its row writes it, the numbers without
+    /// leading zeros that the row does not need, and letters in the case in which the label writes addresses, where the
+    /// row takes them so. `judge` gives the same row, station, number and bit for it; addresses with equal ones and
+    /// with the same texts around the number have equal spellings. Empty for an address that is not accepted.
+    QString canonicalAddress(const QString &address, int type = anyType) const;
+    ///@}
 
     /// Number of all rows, whatever the argument.
     int countType(int type) const;
@@ -103,9 +136,27 @@ private:
     Q_DISABLE_COPY(LabelLoader)
     friend class AddressJudge;
 
+    /// A row that a form of the creator's family uses as template.
+    struct FamilyTemplate
+    {
+        const FamilyForm *form;
+        int row;
+    };
+
+    void findTemplates();
+
     /// Appends the row for an address of a dynamic family and returns its type index; -1 when the creator refuses the
-    /// address or the table has no template for it.
-    int addDynamicRow(const QString &address);
+    /// address or the table has no template for it. Returns the row that another thread appended meanwhile, if there is
+    /// one among those behind `known`.
+    int addDynamicRow(const QString &address, int type, int known);
+
+    /// Judges a member that no row knows; leaves the verdict on any other address.
+    void judgeNewMember(QStringView device, int type, AddressVerdict &verdict) const;
+
+    /// As above, with the row that the creator describes.
+    void judgeForeseenMember(QStringView device, int type, AddressVerdict &verdict) const;
+
+    QString canonicalDevice(const QString &device, TextPlace place, const AddressVerdict &verdict, int type) const;
 
     /// The row that `addDynamicRow` would add. Does not add it and does not change the creator.
     std::optional<DynamicMember> foreseenMember(const QString &address) const;
@@ -116,6 +167,11 @@ private:
     int maxBlockSize = 0;
     int maxBitBlockSize = 0;
     DynamicLabelCreatorInterface *m_creator = nullptr;
+    /// The same creator, if its family is known as forms.
+    const FamilyCreator *m_families = nullptr;
+    std::vector<FamilyTemplate> m_templates;
+    /// Held while the creator is called and rows are added.
+    mutable std::mutex m_growing;
 };
 
 } // namespace label

@@ -23,9 +23,10 @@ bool isNullCommand(const CommunicatorCommand &command)
 CommunicatorCommand LabelLoader::convertBitCommandToRegisterCommand(const CommunicatorCommand &command, int &typeIndex)
 {
     QString convertedAddress;
+    const int known = deviceTypes.countFormatters();
     CommunicatorCommand converted =
         deviceTypes.convertBitCommandToRegisterCommand(command, typeIndex, convertedAddress);
-    if (!isNullCommand(converted) || addDynamicRow(convertedAddress) < 0)
+    if (!isNullCommand(converted) || addDynamicRow(convertedAddress, WordType, known) < 0)
         return converted;
     return deviceTypes.convertBitCommandToRegisterCommand(command, typeIndex, convertedAddress);
 }

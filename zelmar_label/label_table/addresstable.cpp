@@ -1,0 +1,279 @@
+// SPDX-FileCopyrightText: the zelmar_label authors
+// SPDX-License-Identifier: MIT
+
+#include "zelmar_label/label_table/addresstable_p.h"
+
+#include "zelmar_label/label_table/labeltype.h"
+
+#include <QtAlgorithms>
+
+#include <algorithm>
+#include <utility>
+
+namespace label {
+
+namespace {
+
+bool mayLookAhead(const QString &pattern)
+{
+    return pattern.contains(QLatin1String("(?=")) || pattern.contains(QLatin1String("(?!")) ||
+           pattern.contains(QLatin1Char('$'));
+}
+
+/// The same for rows that accept the same addresses.
+std::string acceptanceOf(const AddressRow &row)
+{
+    const AddressColumns &columns = row.columns;
+    const QChar end(QChar::Null);
+    return (columns.pattern + end + columns.start + end + columns.end + end + columns.multipleRule + end +
+            QString::number(columns.base) + end + QString::number(columns.type) + end +
+            QString::number(columns.addressGroupIndex))
+        .toStdString();
+}
+
+bool isWithinLimits(const CommandFormatter &formatter, int number)
+{
+    const AddressRow &row = formatter.compiledRow();
+    if (formatter.isScripted() || !row.first || !row.last || (!row.isBit() && !row.rule.isAligned(number)))
+        return formatter.isRangeValid(number);
+    return *row.first <= number && number <= *row.last;
+}
+
+} // namespace
+
+AddressTable::Row::Row(std::shared_ptr<const CommandFormatter> rowFormatter)
+    : formatter(std::move(rowFormatter))
+    , type(formatter->type())
+    , isNoisy(formatter->isScripted() || !formatter->firstNumber() || !formatter->lastNumber())
+    , looksAhead(mayLookAhead(formatter->pattern()))
+{
+}
+
+AddressTable::AddressTable(const AddressTable &other)
+{
+    const int size = other.size();
+    for (int index = 0; index < size; ++index)
+        append(other.rowAt(index).formatter);
+}
+
+AddressTable::~AddressTable()
+{
+    for (std::atomic<std::unique_ptr<Row> *> &segment : m_segments)
+        delete[] segment.load();
+}
+
+/// Segment k begins at row 64 * (2^k - 1).
+AddressTable::Place AddressTable::placeOf(int index)
+{
+    const auto group = static_cast<quint32>(index / firstSegment + 1);
+    const int segment = 31 - static_cast<int>(qCountLeadingZeroBits(group));
+    return {std::size_t(segment), std::size_t(index - firstSegment * ((1 << segment) - 1))};
+}
+
+const AddressTable::Row &AddressTable::rowAt(int index) const
+{
+    const Place place = placeOf(index);
+    return *m_segments[place.segment].load(std::memory_order_acquire)[place.row];
+}
+
+AddressTable::Row &AddressTable::rowAt(int index)
+{
+    return const_cast<Row &>(std::as_const(*this).rowAt(index));
+}
+
+void AddressTable::store(std::unique_ptr<Row> row, int index)
+{
+    const Place place = placeOf(index);
+    std::atomic<std::unique_ptr<Row> *> &segment = m_segments[place.segment];
+    if (!segment.load(std::memory_order_relaxed))
+        segment.store(new std::unique_ptr<Row>[std::size_t(firstSegment) << place.segment], std::memory_order_release);
+    segment.load(std::memory_order_relaxed)[place.row] = std::move(row);
+}
+
+int AddressTable::append(std::shared_ptr<const CommandFormatter> formatter)
+{
+    const std::lock_guard<std::mutex> lock(m_writing);
+    const int index = m_size.load(std::memory_order_relaxed);
+    store(std::make_unique<Row>(std::move(formatter)), index);
+    const Row &row = rowAt(index);
+    if (row.looksAhead)
+        add(m_lookingAhead, index);
+    if (!joinSame(index)) {
+        if (m_index.add(index, row.formatter->compiledRow()))
+            m_isCompiled.store(false, std::memory_order_release);
+        else
+            add(m_alone, index);
+    }
+    m_size.store(index + 1, std::memory_order_release);
+    return index;
+}
+
+/// Adds an index to a published list.
+void AddressTable::add(std::atomic<const std::vector<int> *> &list, int index) const
+{
+    const std::vector<int> *const old = list.load(std::memory_order_relaxed);
+    auto longer = std::make_unique<std::vector<int>>(old ? *old : std::vector<int>());
+    longer->insert(std::upper_bound(longer->begin(), longer->end(), index), index);
+    m_lists.push_back(std::move(longer));
+    list.store(m_lists.back().get(), std::memory_order_release);
+}
+
+/// True when an earlier row accepts the same addresses: it is always found first, and this one only in completions.
+bool AddressTable::joinSame(int index)
+{
+    const Row &row = rowAt(index);
+    if (row.isNoisy || row.looksAhead)
+        return false;
+    const auto [known, isFirst] = m_lastSame.insert({acceptanceOf(row.formatter->compiledRow()), index});
+    if (isFirst)
+        return false;
+    rowAt(known->second).nextSame.store(index, std::memory_order_release);
+    known->second = index;
+    return true;
+}
+
+void AddressTable::compile() const
+{
+    if (m_isCompiled.load(std::memory_order_acquire))
+        return;
+    const std::lock_guard<std::mutex> lock(m_writing);
+    for (const int tooLarge : m_index.compile())
+        add(m_alone, tooLarge);
+    m_isCompiled.store(true, std::memory_order_release);
+}
+
+/// Rows that match a text, in row order. A few fit in place; nearly every address matches one or two.
+struct AddressTable::Matches
+{
+    static constexpr std::size_t fewest = 16;
+
+    void add(const RowLeaf &leaf)
+    {
+        if (count < fewest) {
+            std::size_t place = count++;
+            for (; place > 0 && few[place - 1].row > leaf.row; --place)
+                few[place] = few[place - 1];
+            few[place] = leaf;
+            return;
+        }
+        if (many.empty())
+            many.assign(few.begin(), few.end());
+        const auto isBefore = [](const RowLeaf &left, const RowLeaf &right) { return left.row < right.row; };
+        many.insert(std::upper_bound(many.begin(), many.end(), leaf, isBefore), leaf);
+    }
+    const RowLeaf *begin() const { return many.empty() ? few.data() : many.data(); }
+    const RowLeaf *end() const { return many.empty() ? few.data() + count : many.data() + many.size(); }
+
+    std::array<RowLeaf, fewest> few;
+    std::size_t count = 0;
+    std::vector<RowLeaf> many;
+};
+
+/// The first row of the type that matches and for which `accepts(row, leaf)` is true.
+template<typename Accepts>
+int AddressTable::firstOf(QStringView device, int type, Accepts accepts) const
+{
+    compile();
+    Matches matches;
+    m_index.visitMatches(device, [&](const RowLeaf &leaf) { matches.add(leaf); });
+    if (const std::vector<int> *const alone = m_alone.load(std::memory_order_acquire)) {
+        for (const int index : *alone) {
+            if (at(index).compiledPattern().matches(device))
+                matches.add({index, -1, -1});
+        }
+    }
+    for (const RowLeaf &leaf : matches) {
+        const Row &row = rowAt(leaf.row);
+        const bool isOfType = passesTypeFilter(row.type, type);
+        // A row of the other class still reports unreadable limits.
+        if ((isOfType || row.isNoisy) && accepts(row, leaf) && isOfType)
+            return leaf.row;
+    }
+    return -1;
+}
+
+int AddressTable::first(QStringView device, int type) const
+{
+    AddressVerdict verdict;
+    return firstOf(device, type,
+                   [&](const Row &row, const RowLeaf &leaf) { return accepts(row, leaf, device, verdict); });
+}
+
+void AddressTable::judge(QStringView device, int type, AddressVerdict &verdict) const
+{
+    verdict.row =
+        firstOf(device, type, [&](const Row &row, const RowLeaf &leaf) { return accepts(row, leaf, device, verdict); });
+    verdict.isAccepted = verdict.row >= 0;
+    if (verdict.isAccepted) {
+        verdict.bit = bitOf(at(verdict.row), device, {verdict.rangeStart, verdict.rangeSize});
+        return;
+    }
+    verdict.number = -1;
+    verdict.rangeStart = -1;
+    verdict.rangeSize = 0;
+}
+
+bool AddressTable::accepts(const Row &row, const RowLeaf &leaf, QStringView device, AddressVerdict &verdict)
+{
+    const TextPlace range = leaf.rangeStart >= 0
+                                ? TextPlace{leaf.rangeStart, int(device.size()) - leaf.rangeStart - leaf.behindRange}
+                                : row.formatter->rangePlace(device);
+    return readAddress(*row.formatter, device, range, verdict);
+}
+
+bool AddressTable::readAddress(const CommandFormatter &formatter, QStringView device, TextPlace range,
+                               AddressVerdict &verdict)
+{
+    verdict.rangeStart = range.size > 0 ? range.start : -1;
+    verdict.rangeSize = range.size;
+    verdict.number = formatter.isScripted()
+                         ? formatter.getAddresRangePart(device.toString())
+                         : formatter.compiledRow().number(device.mid(qMax(0, range.start), range.size));
+    return verdict.number == -1 || isWithinLimits(formatter, verdict.number);
+}
+
+int AddressTable::bitOf(const CommandFormatter &formatter, QStringView device, TextPlace range)
+{
+    const AddressRow &row = formatter.compiledRow();
+    if (!row.isBit())
+        return -1;
+    if (formatter.isScripted())
+        return formatter.getbitOffset(device.toString());
+    // Any other rule has no bits.
+    const bool hasBits = row.rule.isSplit() || (row.rule.isOnePart() && row.rule.bitRadix() >= 0);
+    return hasBits ? row.bit(device.mid(qMax(0, range.start), range.size)) : -1;
+}
+
+QList<int> AddressTable::completions(QStringView device, int type) const
+{
+    compile();
+    const int count = size();
+    std::vector<quint64> found((size_t(count) + 63) / 64);
+    const auto mark = [&](int index) {
+        for (; index >= 0 && index < count; index = rowAt(index).nextSame.load(std::memory_order_acquire))
+            found[size_t(index) / 64] |= quint64(1) << (index % 64);
+    };
+    m_index.visitCompletions(device, [&](const RowLeaf &leaf) {
+        if (!rowAt(leaf.row).looksAhead)
+            mark(leaf.row);
+    });
+    for (const std::vector<int> *const list :
+         {m_alone.load(std::memory_order_acquire), m_lookingAhead.load(std::memory_order_acquire)}) {
+        for (std::size_t place = 0; list && place < list->size(); ++place) {
+            const int index = (*list)[place];
+            if (passesTypeFilter(rowAt(index).type, type) && at(index).compiledPattern().canBeCompleted(device))
+                mark(index);
+        }
+    }
+    QList<int> indexes;
+    for (std::size_t word = 0; word < found.size(); ++word) {
+        for (quint64 rows = found[word]; rows != 0; rows &= rows - 1) {
+            const int index = int(word) * 64 + int(qCountTrailingZeroBits(rows));
+            if (passesTypeFilter(rowAt(index).type, type))
+                indexes.append(index);
+        }
+    }
+    return indexes;
+}
+
+} // namespace label

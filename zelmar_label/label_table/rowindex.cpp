@@ -1,0 +1,354 @@
+// SPDX-FileCopyrightText: the zelmar_label authors
+// SPDX-License-Identifier: MIT
+
+#include "zelmar_label/label_table/rowindex_p.h"
+
+#include "zelmar_label/address_grammar/addressrow.h"
+#include "zelmar_label/address_grammar/patterncompiler_p.h"
+
+#include <algorithm>
+#include <optional>
+
+namespace label {
+
+namespace {
+
+using Kind = PatternNode::Kind;
+
+/// Enough for symbols in both letter cases with optional letters.
+constexpr std::size_t mostBranches = 32;
+constexpr int mostAlternatives = 4;
+constexpr int longestWord = 8;
+
+bool holdsGroup(const PatternNode &node, int group)
+{
+    return positionOf(node, group).isFound;
+}
+
+/// The few, short texts that a part of a pattern matches; nothing for more or longer ones.
+std::optional<QStringList> wordsOf(const PatternNode &node)
+{
+    QStringList words;
+    switch (node.kind) {
+    case Kind::Characters:
+        if (node.characters.size() > mostAlternatives)
+            return std::nullopt;
+        for (const CharacterSet::Range range : node.characters.ranges()) {
+            for (uint unit = range.first; unit <= range.last; ++unit)
+                words.append(QChar(unit));
+        }
+        break;
+    case Kind::Sequence:
+    case Kind::Group:
+        words.append(QString());
+        for (const PatternNode &child : node.children) {
+            const std::optional<QStringList> ends = wordsOf(child);
+            if (!ends)
+                return std::nullopt;
+            QStringList longer;
+            for (const QString &front : qAsConst(words)) {
+                for (const QString &end : *ends)
+                    longer.append(front + end);
+            }
+            words = longer;
+        }
+        break;
+    case Kind::Choice:
+        for (const PatternNode &child : node.children) {
+            const std::optional<QStringList> more = wordsOf(child);
+            if (!more)
+                return std::nullopt;
+            words += *more;
+        }
+        break;
+    case Kind::Repeat: {
+        const std::optional<QStringList> once = node.most == 1 ? wordsOf(node.children.front()) : std::nullopt;
+        if (!once)
+            return std::nullopt;
+        words = *once;
+        if (node.least == 0)
+            words.append(QString());
+        break;
+    }
+    case Kind::Start:
+    case Kind::End:
+    case Kind::Ahead:
+        return std::nullopt;
+    }
+    words.removeDuplicates();
+    const bool isLong =
+        std::any_of(words.begin(), words.end(), [](const QString &word) { return word.size() > longestWord; });
+    return isLong || words.size() > int(mostBranches) ? std::nullopt : std::optional(words);
+}
+
+/// The texts that all matches of a pattern begin with, and the parts of the pattern behind them.
+class Opening
+{
+public:
+    Opening(const PatternNode &tree, int group)
+        : m_group(group)
+    {
+        read(tree);
+    }
+
+    struct Branch
+    {
+        QString text;
+        int groupStart = -1;
+    };
+
+    const std::vector<Branch> &branches() const { return m_branches; }
+    const std::vector<const PatternNode *> &rest() const { return m_rest; }
+
+    /// True when the rest begins at the start of the address.
+    bool isAtStart() const { return m_branches.size() == 1 && m_branches.front().text.isEmpty(); }
+
+    /// True when the group ends inside the texts.
+    bool isGroupClosed() const { return m_isGroupClosed; }
+
+private:
+    void read(const PatternNode &node)
+    {
+        if (node.kind == Kind::Sequence) {
+            for (const PatternNode &child : node.children)
+                read(child);
+        } else if (!m_rest.empty()) {
+            m_rest.push_back(&node);
+        } else if (node.kind == Kind::Group) {
+            readGroup(node);
+        } else if (node.kind != Kind::Start || !isAtStart()) {
+            readPart(node);
+        }
+    }
+
+    void readGroup(const PatternNode &node)
+    {
+        const bool isWanted = node.group == m_group;
+        for (Branch &branch : m_branches)
+            branch.groupStart = isWanted ? branch.text.size() : branch.groupStart;
+        read(node.children.front());
+        m_isGroupClosed = m_isGroupClosed || (isWanted && m_rest.empty());
+    }
+
+    void readPart(const PatternNode &node)
+    {
+        const std::optional<QStringList> words =
+            node.kind != Kind::Characters && holdsGroup(node, m_group) ? std::nullopt : wordsOf(node);
+        if (!words || m_branches.size() * std::size_t(words->size()) > mostBranches) {
+            m_rest.push_back(&node);
+            return;
+        }
+        std::vector<Branch> longer;
+        for (const Branch &branch : m_branches) {
+            for (const QString &word : *words)
+                longer.push_back({branch.text + word, branch.groupStart});
+        }
+        m_branches = std::move(longer);
+    }
+
+    const int m_group;
+    std::vector<Branch> m_branches = {Branch()};
+    std::vector<const PatternNode *> m_rest;
+    bool m_isGroupClosed = false;
+};
+
+bool holdsStart(const PatternNode &node)
+{
+    return node.kind == Kind::Start || std::any_of(node.children.begin(), node.children.end(), holdsStart);
+}
+
+bool mayBeginWith(const PatternNode &node, uint unit)
+{
+    switch (node.kind) {
+    case Kind::Characters:
+        return node.characters.contains(unit);
+    case Kind::Sequence:
+        for (const PatternNode &child : node.children) {
+            if (mayBeginWith(child, unit))
+                return true;
+            if (widthOf(child).least > 0)
+                return false;
+        }
+        return false;
+    default:
+        return std::any_of(node.children.begin(), node.children.end(),
+                           [unit](const PatternNode &child) { return mayBeginWith(child, unit); });
+    }
+}
+
+/// True when an address may begin with several of the texts, one of them the start of another.
+bool mayBranchTwice(const Opening &opening, const PatternNode &rest)
+{
+    for (const Opening::Branch &shorter : opening.branches()) {
+        for (const Opening::Branch &longer : opening.branches()) {
+            if (longer.text.size() > shorter.text.size() && longer.text.startsWith(shorter.text) &&
+                mayBeginWith(rest, longer.text.at(shorter.text.size()).unicode()))
+                return true;
+        }
+    }
+    return false;
+}
+
+} // namespace
+
+bool RowIndex::add(int index, const AddressRow &row)
+{
+    const PatternSyntax syntax(row.columns.pattern);
+    if (!syntax.tree)
+        return false;
+    const int group = row.columns.addressGroupIndex;
+    const Opening opening(*syntax.tree, group);
+    const Rest *const rest = restOf(opening.rest());
+    // Behind a text, the start of the address is elsewhere.
+    if (!opening.isAtStart() && holdsStart(rest->tree))
+        return false;
+    const GroupPosition position = positionOf(*syntax.tree, group);
+    const bool isPlain = position.isFound && !position.isOptional && !position.isRepeated &&
+                         position.behind.isFixed() && !opening.isGroupClosed() && !mayBranchTwice(opening, rest->tree);
+    for (const Opening::Branch &branch : opening.branches()) {
+        RowLeaf leaf{index, -1, -1};
+        if (isPlain && (branch.groupStart >= 0 || position.before.isFixed())) {
+            leaf.rangeStart = branch.groupStart >= 0 ? branch.groupStart : position.before.least;
+            leaf.behindRange = position.behind.least;
+        }
+        Node &node = nodeOf(branch.text);
+        if (node.added.empty())
+            m_changed.push_back(&node);
+        node.added.emplace_back(rest, leaf);
+    }
+    return true;
+}
+
+std::vector<int> RowIndex::compile()
+{
+    std::vector<int> tooLarge;
+    for (Node *const node : m_changed)
+        publish(*node, tooLarge);
+    m_changed.clear();
+    return tooLarge;
+}
+
+void RowIndex::publish(Node &node, std::vector<int> &tooLarge)
+{
+    const Tails *const old = node.tails.load(std::memory_order_relaxed);
+    auto tails = std::make_unique<Tails>(old ? *old : Tails());
+    for (const auto &[rest, leaf] : node.added) {
+        const auto isSame = [rest = rest](const Tail &tail) { return tail.rest == rest; };
+        const auto known = std::find_if(tails->all.begin(), tails->all.end(), isSame);
+        if (known != tails->all.end()) {
+            known->leaves.push_back(leaf);
+            continue;
+        }
+        tails->all.push_back({rest, {leaf}});
+    }
+    tails->automaton = automatonOf(tails->all);
+    while (!tails->automaton && !tails->all.empty()) {
+        for (const RowLeaf &leaf : tails->all.back().leaves)
+            tooLarge.push_back(leaf.row);
+        tails->all.pop_back();
+        tails->automaton = automatonOf(tails->all);
+    }
+    node.added = {};
+    if (tails->all.empty())
+        return;
+    m_tails.push_back(std::move(tails));
+    node.tails.store(m_tails.back().get(), std::memory_order_release);
+}
+
+std::shared_ptr<const Automaton> RowIndex::automatonOf(const std::vector<Tail> &tails)
+{
+    std::vector<int> key;
+    for (const Tail &tail : tails)
+        key.push_back(tail.rest->number);
+    std::shared_ptr<const Automaton> &known = m_automata[key];
+    if (known || tails.size() > std::size_t(Automaton::mostExpressions))
+        return known;
+    PatternExpressions expressions;
+    std::vector<Expression> roots;
+    for (const Tail &tail : tails) {
+        const std::optional<Expression> root = PatternCompiler(expressions, 0).compile(tail.rest->tree);
+        if (!root)
+            return nullptr;
+        roots.push_back(*root);
+    }
+    if (std::optional<Automaton> automaton = Automaton::of(expressions, roots))
+        known = std::make_shared<const Automaton>(std::move(*automaton));
+    return known;
+}
+
+RowIndex::Node &RowIndex::nodeOf(const QString &text)
+{
+    Node *node = &m_root;
+    for (const QChar character : text) {
+        Node *const child = childOf(*node, character.unicode());
+        node = child ? child : &addChild(*node, character.unicode());
+    }
+    return *node;
+}
+
+RowIndex::Node &RowIndex::addChild(Node &parent, ushort unit)
+{
+    Node &child = m_nodes.emplace_back();
+    if (&parent == &m_root && unit < m_first.size()) {
+        m_first[unit].store(&child, std::memory_order_release);
+        return child;
+    }
+    const Children *const old = parent.children.load(std::memory_order_relaxed);
+    auto children = std::make_unique<Children>(old ? *old : Children());
+    children->push_back({unit, &child});
+    m_children.push_back(std::move(children));
+    parent.children.store(m_children.back().get(), std::memory_order_release);
+    return child;
+}
+
+const RowIndex::Rest *RowIndex::restOf(const std::vector<const PatternNode *> &nodes)
+{
+    std::string key;
+    for (const PatternNode *const node : nodes)
+        key += keyOf(*node);
+    std::unique_ptr<const Rest> &known = m_rests[key];
+    if (!known) {
+        Rest rest{PatternNode(), static_cast<int>(m_rests.size())};
+        for (const PatternNode *const node : nodes)
+            rest.tree.children.push_back(*node);
+        known = std::make_unique<const Rest>(std::move(rest));
+    }
+    return known.get();
+}
+
+int RowIndex::numberOf(const CharacterSet &set)
+{
+    const auto known = std::find(m_sets.begin(), m_sets.end(), set);
+    const int number = static_cast<int>(known - m_sets.begin());
+    if (known == m_sets.end())
+        m_sets.push_back(set);
+    return number;
+}
+
+/// A text that is the same for equal parts of patterns; groups make no difference.
+std::string RowIndex::keyOf(const PatternNode &node)
+{
+    std::string inside;
+    for (std::size_t index = 0; index < node.children.size(); ++index)
+        inside += (node.kind == Kind::Choice && index > 0 ? "|" : "") + keyOf(node.children[index]);
+    switch (node.kind) {
+    case Kind::Characters:
+        return '[' + std::to_string(numberOf(node.characters)) + ']';
+    case Kind::Sequence:
+    case Kind::Group:
+        return inside;
+    case Kind::Choice:
+        return '(' + inside + ')';
+    case Kind::Repeat:
+        return '(' + inside + "){" + std::to_string(node.least) + ',' + std::to_string(node.most) + '}';
+    case Kind::Ahead:
+        return (node.isNegative ? "(!" : "(=") + inside + ')';
+    case Kind::Start:
+        return "^";
+    case Kind::End:
+        return "$";
+    }
+    return inside;
+}
+
+} // namespace label
