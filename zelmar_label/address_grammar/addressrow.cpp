@@ -9,6 +9,8 @@
 
 namespace label {
 
+AddressRow::AddressRow() = default;
+
 AddressRow::AddressRow(AddressColumns rowColumns, QString path)
     : columns(std::move(rowColumns))
     , pattern(columns.pattern)

@@ -30,7 +30,7 @@ struct AddressColumns
     QString catchTable;
     int base = 0;
     int blocksize = 0;
-    QString continueRule;
+    QString continueRule = QStringLiteral("N");
     QString editorPrefixSymbol;
 };
 
@@ -39,6 +39,9 @@ struct AddressColumns
 class AddressRow
 {
 public:
+    /// No pattern, no rule, no limits; its continue rule is "N".
+    AddressRow();
+
     AddressRow(AddressColumns columns, QString scriptPath);
 
     /// The row of a member of a dynamic family: `columns` are those of `model` with another pattern and other symbols.

@@ -287,9 +287,12 @@ bool Automaton::hasAmbiguousMarks() const
             return true;
         for (const uint unit : m_units) {
             const State left = next(runs.left, unit);
-            visit({left, next(runs.right, unit), runs.differ});
-            if (unit > CharacterSet::lastUnit)
+            const State right = next(runs.right, unit);
+            visit({left, right, runs.differ});
+            if (unit > CharacterSet::lastUnit) {
                 visit({left, runs.right, true});
+                visit({runs.left, right, true});
+            }
         }
     }
     return false;

@@ -24,11 +24,7 @@ bool isNameCharacter(QChar character)
 
 std::shared_ptr<const AddressRow> emptyRow()
 {
-    static const auto row = [] {
-        AddressColumns columns;
-        columns.continueRule = QStringLiteral("N");
-        return std::make_shared<const AddressRow>(std::move(columns), QString());
-    }();
+    static const auto row = std::make_shared<const AddressRow>();
     return row;
 }
 

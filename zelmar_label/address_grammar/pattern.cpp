@@ -84,14 +84,10 @@ struct Pattern::Reading
 {
     explicit Reading(const QString &text)
         : syntax(text)
-        , expression(syntax.tree ? QRegExp() : expressionOf(syntax, text))
         , groups(static_cast<std::size_t>(syntax.groups))
     {
-        if (!syntax.tree) {
-            // Copies share the engine of an expression only once it is made.
-            expression.isValid();
+        if (!syntax.tree)
             return;
-        }
         PatternExpressions expressions;
         PatternCompiler compiler(expressions, 0);
         if (const std::optional<Expression> root = compiler.compile(*syntax.tree))
@@ -103,8 +99,19 @@ struct Pattern::Reading
     {
         for (const std::atomic<const GroupReader *> &group : groups)
             delete group.load();
+        delete matcher.load();
     }
     Q_DISABLE_COPY(Reading)
+
+    const QRegExp &expression(const QString &text) const
+    {
+        return madeOnce(matcher, [&] {
+            auto made = std::make_unique<QRegExp>(expressionOf(syntax, text));
+            // Copying an expression changes it until its engine is made.
+            made->exactMatch(QString());
+            return std::unique_ptr<const QRegExp>(std::move(made));
+        });
+    }
 
     const GroupReader *group(int number) const
     {
@@ -115,10 +122,10 @@ struct Pattern::Reading
     }
 
     const PatternSyntax syntax;
-    const QRegExp expression; ///< of a pattern without a tree
     std::optional<Automaton> automaton;
     bool looksAhead = false;
     mutable std::vector<std::atomic<const GroupReader *>> groups;
+    mutable std::atomic<const QRegExp *> matcher = nullptr;
 };
 
 /// A text, read when it is first asked about: a table of rows needs few of its patterns alone.
@@ -157,7 +164,7 @@ QString Pattern::text() const
 
 bool Pattern::isValid() const
 {
-    return reading().syntax.tree || reading().expression.isValid();
+    return reading().syntax.tree || expression().isValid();
 }
 
 QString Pattern::errorString() const
@@ -167,7 +174,7 @@ QString Pattern::errorString() const
 
 int Pattern::countGroups() const
 {
-    return reading().syntax.tree ? reading().syntax.groups : reading().expression.captureCount();
+    return reading().syntax.tree ? reading().syntax.groups : expression().captureCount();
 }
 
 const Automaton *Pattern::automaton() const
@@ -182,7 +189,7 @@ const PatternNode *Pattern::tree() const
 
 QRegExp Pattern::expression() const
 {
-    return reading().syntax.tree ? expressionOf(reading().syntax, m_source->text) : reading().expression;
+    return reading().expression(m_source->text);
 }
 
 bool Pattern::matches(QStringView text) const
