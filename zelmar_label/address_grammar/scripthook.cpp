@@ -4,6 +4,7 @@
 #include "zelmar_label/address_grammar/scripthook.h"
 
 #include "zelmar_label/address_grammar/communicatorcommand.h"
+#include "zelmar_label/address_grammar/mutexlocker_p.h"
 
 #include <QCoreApplication>
 #include <QDebug>
@@ -19,6 +20,7 @@
 
 #include <algorithm>
 #include <atomic>
+#include <mutex>
 #include <optional>
 #include <vector>
 
@@ -240,6 +242,7 @@ public:
     auto call(const char *function, const QScriptValueList &arguments, Convert convert)
         -> decltype(convert(QScriptValue()))
     {
+        const MutexLocker<std::mutex> locker(&m_lock);
         m_deadline->start();
         const QScriptValue result = global(function).call(QScriptValue(), arguments);
         if (!result.isValid() || m_deadline->hasExpired())
@@ -259,6 +262,7 @@ public:
 private:
     QScriptEngine m_engine;
     Deadline *m_deadline; // owned by the engine
+    std::mutex m_lock;    // an engine runs one call at a time
 };
 
 ScriptHook::ScriptHook() = default;

@@ -24,7 +24,8 @@ namespace label {
 /// `deadlineSeconds` at a time is stopped at its next statement and fails, so an endless loop does not hang the editor.
 /// A loop with no statement in its braces, such as `while (true) {}`, is not stopped.
 ///
-/// Not thread-safe; serialised with the formatter that owns it.
+/// Any number of threads may call the const operations: they wait for each other, since an engine runs one call at a
+/// time.
 class ScriptHook
 {
 public:

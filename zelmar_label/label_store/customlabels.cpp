@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: the zelmar_label authors
 // SPDX-License-Identifier: MIT
 
+#include "zelmar_label/address_grammar/mutexlocker_p.h"
 #include "zelmar_label/label_store/boundtext_p.h"
 #include "zelmar_label/label_store/customtables.h"
 #include "zelmar_label/label_store/labelcache_p.h"
@@ -28,6 +29,11 @@ LabelCache &customLabelCache()
 {
     static LabelCache cache;
     return cache;
+}
+
+LabelCache::Entry findOrRead(const QString &name, QString &errorMessage)
+{
+    return customLabelCache().findOrRead(name, errorMessage, createCustomDatabaseConnection, removeCustomLabelDatabase);
 }
 
 /// The drivers that use their custom label, from the first reading of the custom database.
@@ -118,6 +124,7 @@ bool failedAt(const char *operation, int marker)
 
 bool createCustomDatabaseConnection(QSqlDatabase &db)
 {
+    const MutexLocker<std::recursive_mutex> locker(&labelStoreLock());
     if (db.isOpen())
         return true;
     if (!openLabelDatabase(db, connectionName()))
@@ -129,6 +136,7 @@ bool createCustomDatabaseConnection(QSqlDatabase &db)
 
 bool useCustomLabel(const QString &name)
 {
+    const MutexLocker<std::recursive_mutex> locker(&labelStoreLock());
     CustomLabelUse &use = customLabelUse();
     if (!use.isLoaded)
         loadCustomLabelUse(use);
@@ -137,6 +145,7 @@ bool useCustomLabel(const QString &name)
 
 bool setupCustomLabel(const QString &name)
 {
+    const MutexLocker<std::recursive_mutex> locker(&labelStoreLock());
     const char *const operation = "setupCustomLabel";
     QSqlDatabase db;
     if (!createCustomDatabaseConnection(db))
@@ -155,6 +164,7 @@ bool setupCustomLabel(const QString &name)
 
 bool setupDefaultLabel(const QString &name)
 {
+    const MutexLocker<std::recursive_mutex> locker(&labelStoreLock());
     const char *const operation = "setupDefaultLabel";
     QSqlDatabase db;
     if (!createCustomDatabaseConnection(db))
@@ -169,21 +179,40 @@ bool setupDefaultLabel(const QString &name)
 
 LabelInterface *createCustomLabel(const QString &name, QString &errorMessage)
 {
-    return customLabelCache().findOrRead(name, errorMessage, createCustomDatabaseConnection, removeCustomLabelDatabase);
+    const MutexLocker<std::recursive_mutex> locker(&labelStoreLock());
+    return findOrRead(name, errorMessage).label;
+}
+
+LabelHold holdCustomLabel(const QString &name, QString &errorMessage)
+{
+    const MutexLocker<std::recursive_mutex> locker(&labelStoreLock());
+    return findOrRead(name, errorMessage).hold;
+}
+
+LabelHold holdLabel(LabelInterface *label)
+{
+    const MutexLocker<std::recursive_mutex> locker(&labelStoreLock());
+    LabelHold hold = customLabelCache().holdOf(label);
+    if (!hold)
+        hold = holdOfDefaultLabel(label);
+    return hold ? hold : LabelHold(LabelHold(), label);
 }
 
 void freeCustomLabel(const QString &name)
 {
+    const MutexLocker<std::recursive_mutex> locker(&labelStoreLock());
     customLabelCache().free(name);
 }
 
 void freeCustomLabels()
 {
+    const MutexLocker<std::recursive_mutex> locker(&labelStoreLock());
     customLabelCache().freeAll();
 }
 
 void removeCustomLabelDatabase()
 {
+    const MutexLocker<std::recursive_mutex> locker(&labelStoreLock());
     QSqlDatabase::removeDatabase(connectionName());
 }
 

@@ -5,31 +5,53 @@
 
 #include "zelmar_label/label_store/labelreader.h"
 #include "zelmar_label/label_table/labelloader.h"
+#include "zelmar_label/label_table/releasestorage_p.h"
 
 #include <QSqlDatabase>
 
 namespace label {
 
-LabelInterface *LabelCache::findOrRead(const QString &name, QString &errorMessage, bool (*open)(QSqlDatabase &),
-                                       void (*finish)())
+std::recursive_mutex &labelStoreLock()
 {
-    if (LabelInterface *known = find(name))
-        return known;
+    static std::recursive_mutex lock;
+    return lock;
+}
+
+void LabelCache::freeAll()
+{
+    for (Entry &entry : m_labels)
+        entry.hold.reset();
+}
+
+LabelCache::Entry LabelCache::findOrRead(const QString &name, QString &errorMessage, bool (*open)(QSqlDatabase &),
+                                         void (*finish)())
+{
+    const auto known = m_labels.constFind(name);
+    if (known != m_labels.constEnd())
+        return *known;
     LabelInterface *label = nullptr;
     {
         QSqlDatabase db;
         if (!open(db)) {
             errorMessage = QStringLiteral("Can't create connection.");
-            return nullptr;
+            return {};
         }
         label = readLabel(db, name, errorMessage);
         if (!label)
-            return nullptr;
+            return {};
         db.close();
     }
     finish();
-    insert(name, label);
-    return label;
+    return *m_labels.insert(name, {label, LabelHold(label, releaseStorage<LabelInterface>)});
+}
+
+LabelHold LabelCache::holdOf(const LabelInterface *label) const
+{
+    for (const Entry &entry : m_labels) {
+        if (entry.hold.get() == label)
+            return entry.hold;
+    }
+    return nullptr;
 }
 
 } // namespace label

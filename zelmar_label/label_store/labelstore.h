@@ -19,7 +19,7 @@ class QString;
 /// the same folder. The user's installation owns these tables; the library makes and writes the file. Its connection is
 /// also named "customdrivers". The library never writes rows into a custom device table; the calling program does.
 ///
-/// Nothing here is locked: make and free labels on one thread at a time. It need not always be the same thread.
+/// Any thread may call these functions: they wait for each other. Labels may be used on all threads.
 namespace label {
 
 class LabelInterface;
@@ -34,12 +34,13 @@ ZELMAR_LABEL_EXPORT bool createDatabaseConnection(QSqlDatabase &db);
 /// otherwise. A failed build is not kept: the next call tries again.
 ZELMAR_LABEL_EXPORT LabelInterface *createLabel(const QString &name, QString &errorMessage);
 
-/// Frees the label of driver `name`; pointers to it are stale afterwards. Does nothing for a driver without a label.
-/// Frees only the label's own storage; its rows and its creator stay allocated.
+/// Frees the label of driver `name`. A caller's pointer to it is stale afterwards. A tag system or a picker that uses
+/// the label keeps it until it needs it no more. Does nothing for a driver without a label. Frees only the label's own
+/// storage; its rows and its creator stay allocated.
 ZELMAR_LABEL_EXPORT void freeLabel(const QString &name);
 
-/// Frees all labels at the end of the process. The store keeps the stale pointers: do not call `createLabel` or
-/// `freeLabel` for a freed driver afterwards.
+/// Frees all labels at the end of the process, as `freeLabel` does. The store keeps the stale pointers: `createLabel`
+/// for a freed driver returns its stale pointer until `freeLabel` forgets it. Tag systems find no label for it.
 ZELMAR_LABEL_EXPORT void freeLabels();
 
 /// Does nothing: the connection to the driver database stays registered for the life of the process.

@@ -27,8 +27,8 @@ namespace label {
 /// The store that made a label owns it; callers hold plain pointers. The destructor is not virtual: never delete a
 /// label, call `freeLabel`.
 ///
-/// Not thread-safe; `addressValidation` and `convertBitCommandToRegisterCommand` even add rows. Callers that share a
-/// label serialise all calls.
+/// Any number of threads may use a label of the store at once. Rows are only added, by `addressValidation` and
+/// `convertBitCommandToRegisterCommand`; they never change or move. Calls of one row's script wait for each other.
 class ZELMAR_LABEL_EXPORT LabelInterface
 {
 public:

@@ -322,7 +322,8 @@ private:
     int systemTagId(const QString &name) const;
     CommunicatorCommand::DataType keptSystemTagDataType(int id);
     int resolvedRecipe(int id);
-    label::LabelInterface *labelOf(int id, CommunicatorCommand &command, const char *missing);
+    std::shared_ptr<label::LabelInterface> holdLabelOf(int linkId);
+    std::shared_ptr<label::LabelInterface> labelOf(int id, CommunicatorCommand &command, const char *missing);
     const CatchRecord &caught(int id);
     CommunicatorCommand caughtCommand(int id, bool &ok);
     CommunicatorCommand commandOf(int id, bool &ok, int redirections);

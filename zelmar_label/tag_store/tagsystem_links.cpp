@@ -3,8 +3,8 @@
 
 #include "zelmar_label/address_grammar/mutexlocker_p.h"
 #include "zelmar_label/label_store/boundtext_p.h"
+#include "zelmar_label/label_store/labelhold_p.h"
 #include "zelmar_label/label_store/labelstore.h"
-#include "zelmar_label/tag_store/labellock_p.h"
 #include "zelmar_label/tag_store/tagstatements_p.h"
 #include "zelmar_label/tag_store/tagsystem.h"
 
@@ -71,6 +71,12 @@ QString TagSystem::getLinkName(int linkId)
 
 label::LabelInterface *TagSystem::getLable(int linkId)
 {
+    return holdLabelOf(linkId).get();
+}
+
+/// The label of the link's device; null when there is none.
+std::shared_ptr<label::LabelInterface> TagSystem::holdLabelOf(int linkId)
+{
     QString model;
     bool isFound = false;
     TagStatements::forEachRow(database(), QStringLiteral("SELECT LINKID, PLC_MODEL from LINK WHERE LINKID = ?;"),
@@ -81,9 +87,8 @@ label::LabelInterface *TagSystem::getLable(int linkId)
                               });
     if (!isFound)
         return nullptr;
-    const std::lock_guard<std::recursive_mutex> lock(label::labelLock());
     QString ignored;
-    return label::useCustomLabel(model) ? label::createCustomLabel(model, ignored) : label::createLabel(model, ignored);
+    return label::useCustomLabel(model) ? label::holdCustomLabel(model, ignored) : label::holdLabel(model, ignored);
 }
 
 /// The first column of the statement's rows, in row order.

@@ -3,7 +3,6 @@
 
 #include "zelmar_label/address_grammar/mutexlocker_p.h"
 #include "zelmar_label/label_table/labelinterface.h"
-#include "zelmar_label/tag_store/labellock_p.h"
 #include "zelmar_label/tag_store/tagids_p.h"
 #include "zelmar_label/tag_store/tagstatements_p.h"
 #include "zelmar_label/tag_store/tagsystem.h"
@@ -202,14 +201,14 @@ QString TagSystem::normalizedAddress(const QString &address)
 }
 
 /// The label for a tag, and its command; null without a link and, after a line in the log, without a label.
-label::LabelInterface *TagSystem::labelOf(int id, CommunicatorCommand &command, const char *missing)
+std::shared_ptr<label::LabelInterface> TagSystem::labelOf(int id, CommunicatorCommand &command, const char *missing)
 {
     bool ok = false;
     command = getCommunicatorCommandByIndex(id, ok);
     const int link = ok ? getCommunicatorID(id) : -1;
     if (link == -1)
         return nullptr;
-    label::LabelInterface *device = getLable(link);
+    std::shared_ptr<label::LabelInterface> device = holdLabelOf(link);
     if (!device && missing)
         qCritical() << missing;
     return device;
@@ -218,10 +217,10 @@ label::LabelInterface *TagSystem::labelOf(int id, CommunicatorCommand &command, 
 QString TagSystem::getPrefixSymbol(int id)
 {
     CommunicatorCommand command;
-    label::LabelInterface *device = labelOf(id, command, "error TagSystem::getPrefixSymbol label is NULL");
+    const std::shared_ptr<label::LabelInterface> device =
+        labelOf(id, command, "error TagSystem::getPrefixSymbol label is NULL");
     if (!device)
         return QString();
-    const std::lock_guard<std::recursive_mutex> lock(label::labelLock());
     const int row = device->addressValidation(command.address, command.dataType);
     return row == -1 ? QString() : device->getPrefixSymbolByTypeID(row);
 }
@@ -229,10 +228,10 @@ QString TagSystem::getPrefixSymbol(int id)
 QList<CommunicatorCommand> TagSystem::getContinuousCommand(int id, int count)
 {
     CommunicatorCommand command;
-    label::LabelInterface *device = labelOf(id, command, "error TagSystem::getContinuousCommand label is null");
+    const std::shared_ptr<label::LabelInterface> device =
+        labelOf(id, command, "error TagSystem::getContinuousCommand label is null");
     if (!device)
         return {};
-    const std::lock_guard<std::recursive_mutex> lock(label::labelLock());
     const int row = device->addressValidation(command.getAddressString(), command.dataType);
     if (row == -1) {
         qCritical() << "validation failed";
@@ -244,10 +243,10 @@ QList<CommunicatorCommand> TagSystem::getContinuousCommand(int id, int count)
 QList<CommunicatorCommand> TagSystem::getContinuousCommandwithCap(int id, int count, int cap, bool checkRange)
 {
     CommunicatorCommand command;
-    label::LabelInterface *device = labelOf(id, command, "error TagSystem::getContinuousCommandwithCap label is null");
+    const std::shared_ptr<label::LabelInterface> device =
+        labelOf(id, command, "error TagSystem::getContinuousCommandwithCap label is null");
     if (!device)
         return {};
-    const std::lock_guard<std::recursive_mutex> lock(label::labelLock());
     const int row = device->addressValidation(command.address, command.dataType);
     return row == -1 ? QList<CommunicatorCommand>()
                      : device->makeContinueCommandwithCap(row, command, count, cap, checkRange);
@@ -256,20 +255,15 @@ QList<CommunicatorCommand> TagSystem::getContinuousCommandwithCap(int id, int co
 bool TagSystem::creatBlockCommand(int id, int count, QList<CommunicatorCommand> &out)
 {
     CommunicatorCommand command;
-    label::LabelInterface *device = labelOf(id, command, nullptr);
+    const std::shared_ptr<label::LabelInterface> device = labelOf(id, command, nullptr);
     if (!device)
         return false;
-    int row = -1;
-    {
-        const std::lock_guard<std::recursive_mutex> lock(label::labelLock());
-        row = device->addressValidation(command.address, command.dataType);
-    }
+    const int row = device->addressValidation(command.address, command.dataType);
     if (row == -1)
         return false;
     const QList<CommunicatorCommand> run = getContinuousCommand(id, count);
     if (run.size() != count)
         return false;
-    const std::lock_guard<std::recursive_mutex> lock(label::labelLock());
     const int block = blockInTagUnits(device->blocksize(row), device->datatype(row), command.dataType);
     // Without room for one item the loop would never end.
     if (block <= 0)

@@ -3,6 +3,7 @@
 
 #include "zelmar_label/widgets/addresspicker.h"
 
+#include "zelmar_label/label_store/labelhold_p.h"
 #include "zelmar_label/label_table/labelinterface.h"
 #include "zelmar_label/widgets/addresspickerform_p.h"
 
@@ -33,7 +34,7 @@ constexpr Qt::MatchFlags exactly = Qt::MatchExactly | Qt::MatchCaseSensitive;
 AddressPicker::AddressPicker(label::LabelInterface *label, QWidget *parent)
     : QWidget(parent)
     , ui(std::make_unique<Form>(this))
-    , m_label(label)
+    , m_label(label::holdLabel(label))
 {
     ui->typesCombo->setMinimumWidth(narrowestTypesCombo);
     connectChildSignals();
@@ -45,7 +46,7 @@ AddressPicker::AddressPicker(label::LabelInterface *label, int dataType, const Q
                              const QList<int> &stations, int length, QWidget *parent)
     : QWidget(parent)
     , ui(std::make_unique<Form>(this))
-    , m_label(label)
+    , m_label(label::holdLabel(label))
     , m_updating(true)
 {
     ui->typesCombo->setMinimumWidth(narrowestTypesCombo);
@@ -86,7 +87,7 @@ void AddressPicker::resetAddressPicker(label::LabelInterface *label, int dataTyp
 {
     m_updating = true;
     blockSignals(true);
-    m_label = label;
+    m_label = label::holdLabel(label);
     updateTypesCombo();
     m_bitTypeIndex = bitTypeIndex;
     setDataTypeList(dataTypeList);
@@ -262,7 +263,7 @@ void AddressPicker::refreshLengthUI()
 
 void AddressPicker::setLabel(label::LabelInterface *label)
 {
-    m_label = label;
+    m_label = label::holdLabel(label);
     updateTypesCombo();
 }
 

@@ -141,7 +141,7 @@ private:
     void refreshLengthUI();
 
     std::unique_ptr<Form> ui;
-    label::LabelInterface *m_label = nullptr;
+    std::shared_ptr<label::LabelInterface> m_label;
     int m_dataType = 0;
     int m_bitTypeIndex = -1;
     int m_length = 0;

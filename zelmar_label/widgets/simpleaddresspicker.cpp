@@ -3,6 +3,7 @@
 
 #include "zelmar_label/widgets/simpleaddresspicker.h"
 
+#include "zelmar_label/label_store/labelhold_p.h"
 #include "zelmar_label/label_table/labelinterface.h"
 #include "zelmar_label/tag_store/tagsystem.h"
 #include "zelmar_label/widgets/addresspickerdialog.h"
@@ -99,7 +100,7 @@ SimpleAddressPicker::SimpleAddressPicker(label::LabelInterface *label, int linkI
                                          const QStringList &dataTypeList, QWidget *parent)
     : QWidget(parent)
     , ui(std::make_unique<Form>(this))
-    , m_label(label)
+    , m_label(label::holdLabel(label))
     , m_dataTypeIndex(dataTypeIndex)
     , m_bitTypeIndex(bitTypeIndex)
     , m_dataTypeList(dataTypeList)
@@ -169,8 +170,8 @@ void SimpleAddressPicker::openAddressPicker()
 {
     const StartOfDialog start = startOfDialog(*m_label, address(), m_dataTypeIndex == m_bitTypeIndex);
     const QList<int> stations = getAvailableStationNumber(m_linkId);
-    AddressPickerDialog dialog(m_label, m_dataTypeIndex, stationId(), start.deviceIndex, start.range, m_dataTypeList,
-                               m_bitTypeIndex, stations, nullptr);
+    AddressPickerDialog dialog(m_label.get(), m_dataTypeIndex, stationId(), start.deviceIndex, start.range,
+                               m_dataTypeList, m_bitTypeIndex, stations, nullptr);
     if (dialog.exec() != QDialog::Accepted)
         return;
     m_addressEdit->setText(dialog.addressWithStationId());

@@ -89,7 +89,7 @@ private:
     struct ZELMAR_LABEL_NO_EXPORT Form;
 
     std::unique_ptr<Form> ui;
-    label::LabelInterface *m_label;
+    std::shared_ptr<label::LabelInterface> m_label;
     int m_dataTypeIndex;
     int m_bitTypeIndex;
     QStringList m_dataTypeList;
