@@ -176,13 +176,15 @@ bool mayBeginWith(const PatternNode &node, uint unit)
     }
 }
 
-/// True when an address may begin with several of the texts, one of them the start of another.
+/// True when an address may begin in two ways that differ in the place of the group.
 bool mayBranchTwice(const Opening &opening, const PatternNode &rest)
 {
     for (const Opening::Branch &shorter : opening.branches()) {
         for (const Opening::Branch &longer : opening.branches()) {
-            if (longer.text.size() > shorter.text.size() && longer.text.startsWith(shorter.text) &&
-                mayBeginWith(rest, longer.text.at(shorter.text.size()).unicode()))
+            if (longer.groupStart == shorter.groupStart || !longer.text.startsWith(shorter.text))
+                continue;
+            const int size = shorter.text.size();
+            if (longer.text.size() == size || mayBeginWith(rest, longer.text.at(size).unicode()))
                 return true;
         }
     }
