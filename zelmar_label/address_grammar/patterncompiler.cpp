@@ -55,7 +55,7 @@ bool findGroup(const PatternNode &node, int group, GroupPosition &position)
             continue;
         if (node.kind == Kind::Choice || (node.kind == Kind::Repeat && node.least == 0))
             position.isOptional = true;
-        if (node.kind == Kind::Ahead || (node.kind == Kind::Repeat && node.most != 1))
+        if (node.kind == Kind::Repeat && node.most != 1)
             position.isRepeated = true;
         for (std::size_t other = 0; node.kind == Kind::Sequence && other < node.children.size(); ++other) {
             if (other != index) {
@@ -149,7 +149,7 @@ Expression PatternCompiler::compiled(const PatternNode &node, Expression rest, P
     case Kind::Repeat:
         return compiledRepeat(node, rest);
     case Kind::Group:
-        if (m_markedGroup == 0 || node.group != m_markedGroup || m_skipsMarks)
+        if (m_markedGroup == 0 || node.group != m_markedGroup)
             return compiled(node.children.front(), rest, place);
         rest = m_expressions.sequence(m_expressions.oneOf(CharacterSet(groupEndMark)), rest);
         return m_expressions.sequence(m_expressions.oneOf(CharacterSet(groupStartMark)),

@@ -190,15 +190,21 @@ private:
             giveUp();
         PatternNode group;
         if (!take('?')) {
-            group.kind = Kind::Group;
-            group.group = ++m_groups;
+            // The expression has no captures inside a lookahead.
+            if (m_openAheads == 0) {
+                group.kind = Kind::Group;
+                group.group = ++m_groups;
+            }
         } else if (take('=') || take('!')) {
             group.kind = Kind::Ahead;
             group.isNegative = m_text.at(m_next - 1) == QLatin1Char('!');
         } else if (!take(':')) {
             giveUp();
         }
+        const int ahead = group.kind == Kind::Ahead ? 1 : 0;
+        m_openAheads += ahead;
         group.children.push_back(readChoice());
+        m_openAheads -= ahead;
         if (!take(')'))
             giveUp();
         else
@@ -306,6 +312,7 @@ private:
     int m_next = 0;
     int m_groups = 0;
     int m_depth = 0;
+    int m_openAheads = 0;
 };
 
 } // namespace
