@@ -12,8 +12,6 @@ namespace {
 using Kind = PatternNode::Kind;
 
 constexpr int endless = PatternNode::endless;
-/// More expressions than a row's pattern ever has, and fewer than would take noticeable time.
-constexpr int mostExpressions = 20000;
 constexpr int mostWidth = 1 << 20;
 
 int sum(int left, int right)
@@ -112,7 +110,7 @@ GroupPosition positionOf(const PatternNode &tree, int group)
 std::optional<Expression> PatternCompiler::compile(const PatternNode &tree)
 {
     const Expression expression = compiled(tree, m_expressions.emptyText(), {true, true});
-    return m_isKnown ? std::optional(expression) : std::nullopt;
+    return m_isKnown && !m_expressions.isFull() ? std::optional(expression) : std::nullopt;
 }
 
 Expression PatternCompiler::giveUp()
@@ -130,7 +128,7 @@ Expression PatternCompiler::marks()
 
 Expression PatternCompiler::compiled(const PatternNode &node, Expression rest, Place place)
 {
-    if (!m_isKnown || m_expressions.count() > mostExpressions)
+    if (!m_isKnown || m_expressions.isFull())
         return giveUp();
     switch (node.kind) {
     case Kind::Characters:
