@@ -32,6 +32,10 @@ const QStringList atoms = {"a", "b", "\\d", "[^a]", ".", "^", "$"};
 const Frame frames[] = {{"(", ")"},      {"(", ")?"},  {"(?:", ")*"}, {"(", ")+"}, {"(?:", "){2}"},
                         {"(", "){0,2}"}, {"(?=", ")"}, {"(?!", ")"},  {"", "?"}};
 
+/// Groups that take a varying share of a text.
+const QStringList groups = {"(a+)",    "(a*)",  "(a?)",   "(\\d+)?", "(a|ab)", "(.*)",
+                            "(?:ab)?", "(?=b)", "(b|1)*", "b?",      "[ab]"};
+
 /// All texts of up to `size` elements.
 QStringList sequences(const QStringList &elements, int size)
 {
@@ -90,6 +94,8 @@ class TestPatternExhaustive : public QObject
 private Q_SLOTS:
     void piecesInAnyOrder_data();
     void piecesInAnyOrder();
+    void movingGroups_data();
+    void movingGroups();
     void nestedParts_data();
     void nestedParts();
     void cleanupTestCase();
@@ -136,6 +142,17 @@ void TestPatternExhaustive::piecesInAnyOrder()
 {
     static const QStringList patterns = sequences(pieces, patternSize() - 1);
     compare(patterns, texts(3));
+}
+
+void TestPatternExhaustive::movingGroups_data()
+{
+    piecesInAnyOrder_data();
+}
+
+void TestPatternExhaustive::movingGroups()
+{
+    static const QStringList patterns = sequences(groups, patternSize() - 1);
+    compare(patterns, texts(5));
 }
 
 void TestPatternExhaustive::nestedParts_data()

@@ -292,7 +292,7 @@ std::optional<QString> Automaton::sharedText(const Automaton &other) const
 
 bool Automaton::hasAmbiguousMarks() const
 {
-    // Two runs over one text; a run that takes a mark alone differs from the other from then on.
+    // Two runs over one text, which may take different marks before a character or at the end.
     struct Runs
     {
         State left;
@@ -304,6 +304,12 @@ bool Automaton::hasAmbiguousMarks() const
             return std::tie(left, right, differ) < std::tie(other.left, other.right, other.differ);
         }
     };
+    static const std::vector<uint> marks[] = {{}, {groupStartMark}, {groupEndMark}, {groupStartMark, groupEndMark}};
+    const auto behind = [this](State state, const std::vector<uint> &taken) {
+        for (const uint mark : taken)
+            state = next(state, mark);
+        return state;
+    };
     std::set<Runs> seen;
     std::vector<Runs> open;
     const auto visit = [&](const Runs &runs) {
@@ -314,13 +320,18 @@ bool Automaton::hasAmbiguousMarks() const
     while (!open.empty()) {
         const Runs runs = open.back();
         open.pop_back();
-        if (runs.differ && m_accepted[runs.left] != 0 && m_accepted[runs.right] != 0)
-            return true;
-        for (const uint unit : m_units) {
-            const State left = next(runs.left, unit);
-            visit({left, next(runs.right, unit), runs.differ});
-            if (unit > CharacterSet::lastUnit)
-                visit({left, runs.right, true});
+        for (const std::vector<uint> &leftMarks : marks) {
+            for (const std::vector<uint> &rightMarks : marks) {
+                const State left = behind(runs.left, leftMarks);
+                const State right = behind(runs.right, rightMarks);
+                const bool differ = runs.differ || &leftMarks != &rightMarks;
+                if (differ && m_accepted[left] != 0 && m_accepted[right] != 0)
+                    return true;
+                for (const uint unit : m_units) {
+                    if (unit <= CharacterSet::lastUnit)
+                        visit({next(left, unit), next(right, unit), differ});
+                }
+            }
         }
     }
     return false;
