@@ -144,6 +144,8 @@ void TestPattern::matches_data()
                                           << "10" << true;
     QTest::newRow("a negative lookahead that fails") << "(?!0)\\d+"
                                                      << "01" << false;
+    QTest::newRow("as many lookaheads as can be read")
+        << QStringLiteral("(?!b)").repeated(13) + QStringLiteral("a") << "a" << true;
     QTest::newRow("an escaped point") << "1\\.5"
                                       << "1.5" << true;
     QTest::newRow("an escaped point is no other character") << "1\\.5"
@@ -354,6 +356,9 @@ void TestPattern::leavesToTheExpression_data()
     QTest::newRow("an empty count") << "a{}b"
                                     << "b"
                                     << "ab";
+    QTest::newRow("a repeated lookahead") << "(?:(?=a).){2}"
+                                          << "aa"
+                                          << "ab";
     QTest::newRow("a repeated assertion") << "(?:a$)?"
                                           << "a"
                                           << "b";
@@ -387,6 +392,8 @@ void TestPattern::isInvalid_data()
     QTest::newRow("a range beyond the largest") << "a{1,1025}";
     QTest::newRow("a reversed range of counts") << "a{2,1}";
     QTest::newRow("an open count") << "a{1";
+    QTest::newRow("too many lookaheads") << QStringLiteral("(?!b)").repeated(14) + QStringLiteral("a");
+    QTest::newRow("too many repeated lookaheads") << "(?:(?=a).){14}";
     QTest::newRow("a repetition of nothing") << "*";
     QTest::newRow("a backslash at the end") << "a\\";
     QTest::newRow("an unknown group") << "(?<a>b)";

@@ -99,12 +99,14 @@ private:
 
     PatternNode readRepeated()
     {
+        const int aheads = m_aheads;
         PatternNode atom = readAtom();
         int least = 1;
         int most = 1;
         if (!readCounts(least, most))
             return atom;
-        const bool isWidthless = atom.kind == Kind::Start || atom.kind == Kind::End || atom.kind == Kind::Ahead;
+        // The expression may count a lookahead once for each repetition.
+        const bool isWidthless = atom.kind == Kind::Start || atom.kind == Kind::End || aheads != m_aheads;
         if (isWidthless || (most != PatternNode::endless && most < least) || least > mostRepetitions ||
             most > mostRepetitions)
             giveUp();
@@ -198,6 +200,8 @@ private:
         } else if (take('=') || take('!')) {
             group.kind = Kind::Ahead;
             group.isNegative = m_text.at(m_next - 1) == QLatin1Char('!');
+            if (++m_aheads > mostLookaheads)
+                giveUp();
         } else if (!take(':')) {
             giveUp();
         }
@@ -312,6 +316,7 @@ private:
     int m_next = 0;
     int m_groups = 0;
     int m_depth = 0;
+    int m_aheads = 0;
     int m_openAheads = 0;
 };
 
