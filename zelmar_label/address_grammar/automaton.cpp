@@ -33,31 +33,60 @@ int plainness(uint unit)
     return unit > ' ' && unit < lastAscii ? 3 : unit <= lastAscii ? 4 : 5;
 }
 
+/// For each run of units the number of the part that it belongs to: runs of one part are in the same sets.
+std::vector<uint> partsOf(const std::vector<uint> &starts, const std::vector<const CharacterSet *> &sets)
+{
+    constexpr uint none = ~0u;
+    std::vector<uint> parts(starts.size(), 0);
+    uint count = 1;
+    for (const CharacterSet *const set : sets) {
+        // The new part of what is in the set, for each part so far.
+        std::vector<uint> inside(count, none);
+        auto run = starts.begin();
+        for (const CharacterSet::Range range : set->ranges()) {
+            run = std::lower_bound(run, starts.end(), range.first);
+            for (; run != starts.end() && *run <= range.last; ++run) {
+                uint &part = parts[static_cast<std::size_t>(run - starts.begin())];
+                if (inside[part] == none)
+                    inside[part] = count++;
+                part = inside[part];
+            }
+        }
+    }
+    return parts;
+}
+
 } // namespace
 
-void Automaton::divide(const std::vector<CharacterSet> &sets)
+void Automaton::divide(const std::vector<const CharacterSet *> &sets)
 {
-    std::set<uint> starts = {0, lastAscii + 1, groupStartMark, groupEndMark};
-    for (const CharacterSet &set : sets) {
-        for (const CharacterSet::Range range : set.ranges())
-            starts.insert({range.first, range.last + 1});
+    std::vector<uint> starts = {0, lastAscii + 1, groupStartMark, groupEndMark};
+    for (const CharacterSet *const set : sets) {
+        for (const CharacterSet::Range range : set->ranges())
+            starts.insert(starts.end(), {range.first, range.last + 1});
     }
-    std::map<std::vector<bool>, uint> classes;
-    for (auto run = starts.begin(); run != starts.end(); ++run) {
-        std::vector<bool> membership;
-        for (const CharacterSet &set : sets)
-            membership.push_back(set.contains(*run));
-        const uint unitClass = classes.insert({membership, uint(classes.size())}).first->second;
-        if (unitClass == m_units.size())
-            m_units.push_back(*run);
-        const uint end = std::next(run) == starts.end() ? *run + 1 : *std::next(run);
-        for (uint unit = *run; unit < end && unit <= lastAscii; ++unit) {
+    std::sort(starts.begin(), starts.end());
+    starts.erase(std::unique(starts.begin(), starts.end()), starts.end());
+    const std::vector<uint> parts = partsOf(starts, sets);
+
+    constexpr uint none = ~0u;
+    std::vector<uint> classes(*std::max_element(parts.begin(), parts.end()) + 1, none);
+    for (std::size_t run = 0; run < starts.size(); ++run) {
+        uint &unitClass = classes[parts[run]];
+        if (unitClass == none) {
+            unitClass = static_cast<uint>(m_units.size());
+            m_units.push_back(starts[run]);
+        }
+        if (starts[run] > lastAscii) {
+            if (m_beyondAscii.empty() || m_beyondAscii.back().unitClass != unitClass)
+                m_beyondAscii.push_back({starts[run], static_cast<uchar>(unitClass)});
+            continue;
+        }
+        for (uint unit = starts[run]; unit < starts[run + 1]; ++unit) {
             m_ascii[unit] = static_cast<uchar>(unitClass);
             if (plainness(unit) < plainness(m_units[unitClass]))
                 m_units[unitClass] = unit;
         }
-        if (*run > lastAscii && (m_beyondAscii.empty() || m_beyondAscii.back().unitClass != unitClass))
-            m_beyondAscii.push_back({*run, static_cast<uchar>(unitClass)});
     }
     m_classes = static_cast<uint>(m_units.size());
 }
@@ -72,7 +101,7 @@ uint Automaton::classBeyondAscii(uint unit) const
 std::optional<Automaton> Automaton::of(PatternExpressions &expressions, const std::vector<Expression> &roots)
 {
     Automaton automaton;
-    std::vector<CharacterSet> sets;
+    std::vector<const CharacterSet *> sets;
     for (const Expression root : roots)
         expressions.collectSets(root, sets);
     automaton.divide(sets);
@@ -91,8 +120,6 @@ std::optional<Automaton> Automaton::of(PatternExpressions &expressions, const st
     states.push_back(roots);
     known.insert({roots, start});
     for (std::size_t state = 0; state < states.size(); ++state) {
-        if (states.size() > mostStates)
-            return std::nullopt;
         Accepted accepted = 0;
         for (std::size_t index = 0; index < roots.size(); ++index)
             accepted |= Accepted(expressions.isNullable(states[state][index]) ? 1 : 0) << index;
@@ -103,6 +130,8 @@ std::optional<Automaton> Automaton::of(PatternExpressions &expressions, const st
                 part = expressions.derivative(part, unit);
             automaton.m_next.push_back(stateOf(parts));
         }
+        if (states.size() > mostStates || expressions.isFull())
+            return std::nullopt;
     }
     automaton.findAlive();
     return automaton;
@@ -261,7 +290,7 @@ std::optional<QString> Automaton::sharedText(const Automaton &other) const
 
 bool Automaton::hasAmbiguousMarks() const
 {
-    // Two runs over one text; a run that takes a mark alone differs from the other from then on.
+    // Two runs over one text, which may take different marks before a character or at the end.
     struct Runs
     {
         State left;
@@ -273,6 +302,12 @@ bool Automaton::hasAmbiguousMarks() const
             return std::tie(left, right, differ) < std::tie(other.left, other.right, other.differ);
         }
     };
+    static const std::vector<uint> marks[] = {{}, {groupStartMark}, {groupEndMark}, {groupStartMark, groupEndMark}};
+    const auto behind = [this](State state, const std::vector<uint> &taken) {
+        for (const uint mark : taken)
+            state = next(state, mark);
+        return state;
+    };
     std::set<Runs> seen;
     std::vector<Runs> open;
     const auto visit = [&](const Runs &runs) {
@@ -283,15 +318,17 @@ bool Automaton::hasAmbiguousMarks() const
     while (!open.empty()) {
         const Runs runs = open.back();
         open.pop_back();
-        if (runs.differ && m_accepted[runs.left] != 0 && m_accepted[runs.right] != 0)
-            return true;
-        for (const uint unit : m_units) {
-            const State left = next(runs.left, unit);
-            const State right = next(runs.right, unit);
-            visit({left, right, runs.differ});
-            if (unit > CharacterSet::lastUnit) {
-                visit({left, runs.right, true});
-                visit({runs.left, right, true});
+        for (const std::vector<uint> &leftMarks : marks) {
+            for (const std::vector<uint> &rightMarks : marks) {
+                const State left = behind(runs.left, leftMarks);
+                const State right = behind(runs.right, rightMarks);
+                const bool differ = runs.differ || &leftMarks != &rightMarks;
+                if (differ && m_accepted[left] != 0 && m_accepted[right] != 0)
+                    return true;
+                for (const uint unit : m_units) {
+                    if (unit <= CharacterSet::lastUnit)
+                        visit({next(left, unit), next(right, unit), differ});
+                }
             }
         }
     }

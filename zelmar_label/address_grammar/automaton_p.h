@@ -100,7 +100,7 @@ private:
 
     uint classOf(uint unit) const { return unit < m_ascii.size() ? m_ascii[unit] : classBeyondAscii(unit); }
     uint classBeyondAscii(uint unit) const;
-    void divide(const std::vector<CharacterSet> &sets);
+    void divide(const std::vector<const CharacterSet *> &sets);
     void findAlive();
     std::vector<QString> shortestEnds() const;
     template<typename IsWitness>

@@ -56,7 +56,7 @@ public:
     bool matches(QStringView text) const;
 
     /// How many leading characters of a text could begin a match: `QRegExp::matchedLength` after an exact match was
-    /// tried. -1 for an invalid pattern.
+    /// tried. 0 for an invalid pattern.
     int front(QStringView text) const;
 
     /// True when a text matches, or could after further characters.

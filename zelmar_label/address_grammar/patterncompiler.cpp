@@ -12,8 +12,6 @@ namespace {
 using Kind = PatternNode::Kind;
 
 constexpr int endless = PatternNode::endless;
-/// More expressions than a row's pattern ever has, and fewer than would take noticeable time.
-constexpr int mostExpressions = 20000;
 constexpr int mostWidth = 1 << 20;
 
 int sum(int left, int right)
@@ -55,7 +53,7 @@ bool findGroup(const PatternNode &node, int group, GroupPosition &position)
             continue;
         if (node.kind == Kind::Choice || (node.kind == Kind::Repeat && node.least == 0))
             position.isOptional = true;
-        if (node.kind == Kind::Ahead || (node.kind == Kind::Repeat && node.most != 1))
+        if (node.kind == Kind::Repeat && node.most != 1)
             position.isRepeated = true;
         for (std::size_t other = 0; node.kind == Kind::Sequence && other < node.children.size(); ++other) {
             if (other != index) {
@@ -112,7 +110,7 @@ GroupPosition positionOf(const PatternNode &tree, int group)
 std::optional<Expression> PatternCompiler::compile(const PatternNode &tree)
 {
     const Expression expression = compiled(tree, m_expressions.emptyText(), {true, true});
-    return m_isKnown ? std::optional(expression) : std::nullopt;
+    return m_isKnown && !m_expressions.isFull() ? std::optional(expression) : std::nullopt;
 }
 
 Expression PatternCompiler::giveUp()
@@ -130,7 +128,7 @@ Expression PatternCompiler::marks()
 
 Expression PatternCompiler::compiled(const PatternNode &node, Expression rest, Place place)
 {
-    if (!m_isKnown || m_expressions.count() > mostExpressions)
+    if (!m_isKnown || m_expressions.isFull())
         return giveUp();
     switch (node.kind) {
     case Kind::Characters:
@@ -149,7 +147,7 @@ Expression PatternCompiler::compiled(const PatternNode &node, Expression rest, P
     case Kind::Repeat:
         return compiledRepeat(node, rest);
     case Kind::Group:
-        if (m_markedGroup == 0 || node.group != m_markedGroup || m_skipsMarks)
+        if (m_markedGroup == 0 || node.group != m_markedGroup)
             return compiled(node.children.front(), rest, place);
         rest = m_expressions.sequence(m_expressions.oneOf(CharacterSet(groupEndMark)), rest);
         return m_expressions.sequence(m_expressions.oneOf(CharacterSet(groupStartMark)),

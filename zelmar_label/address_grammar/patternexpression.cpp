@@ -4,8 +4,19 @@
 #include "zelmar_label/address_grammar/patternexpression_p.h"
 
 #include <algorithm>
+#include <functional>
+#include <iterator>
 
 namespace label {
+
+namespace {
+
+quint64 derivativeKey(Expression expression, uint unit)
+{
+    return quint64(expression) << 32 | unit;
+}
+
+} // namespace
 
 PatternExpressions::PatternExpressions()
 {
@@ -16,10 +27,18 @@ PatternExpressions::PatternExpressions()
 
 Expression PatternExpressions::stored(Kind kind, int left, int right, bool isNullable)
 {
-    const auto [place, isNew] = m_known.insert({{static_cast<int>(kind), left, right}, count()});
-    if (isNew)
-        m_nodes.push_back({kind, left, right, isNullable});
-    return place->second;
+    constexpr int bits = 20;
+    static_assert(mostStored < 1 << bits, "indexes share a key");
+    const quint64 key = quint64(kind) << 2 * bits | quint64(left) << bits | quint64(right);
+    const auto known = m_known.find(key);
+    if (known != m_known.end())
+        return known->second;
+    m_isFull = m_isFull || count() >= mostStored;
+    if (m_isFull)
+        return nothing();
+    m_known.insert({key, count()});
+    m_nodes.push_back({kind, left, right, isNullable});
+    return count() - 1;
 }
 
 Expression PatternExpressions::oneOf(const CharacterSet &set)
@@ -35,42 +54,47 @@ Expression PatternExpressions::oneOf(const CharacterSet &set)
 
 Expression PatternExpressions::sequence(Expression first, Expression second)
 {
-    if (first == nothing() || second == nothing())
+    if (first == nothing() || second == nothing() || isFull())
         return nothing();
     if (first == emptyText())
         return second;
     if (second == emptyText())
         return first;
-    const Node node = m_nodes[size_t(first)];
-    if (node.kind == Kind::Sequence)
-        return sequence(node.left, sequence(node.right, second));
-    return stored(Kind::Sequence, first, second, isNullable(first) && isNullable(second));
+    const std::vector<Expression> parts = partsOf(Kind::Sequence, first);
+    Expression whole = second;
+    for (auto part = parts.rbegin(); part != parts.rend(); ++part)
+        whole = stored(Kind::Sequence, *part, whole, isNullable(*part) && isNullable(whole));
+    return whole;
 }
 
-Expression PatternExpressions::merged(Kind kind, Expression left, Expression right, bool isNullable)
+std::vector<Expression> PatternExpressions::partsOf(Kind kind, Expression expression) const
 {
     std::vector<Expression> parts;
-    const auto collect = [&](Expression expression) {
-        while (m_nodes[size_t(expression)].kind == kind) {
-            parts.push_back(m_nodes[size_t(expression)].left);
-            expression = m_nodes[size_t(expression)].right;
-        }
-        parts.push_back(expression);
-    };
-    collect(left);
-    collect(right);
-    std::sort(parts.begin(), parts.end());
-    parts.erase(std::unique(parts.begin(), parts.end()), parts.end());
+    while (m_nodes[size_t(expression)].kind == kind) {
+        parts.push_back(m_nodes[size_t(expression)].left);
+        expression = m_nodes[size_t(expression)].right;
+    }
+    parts.push_back(expression);
+    return parts;
+}
+
+Expression PatternExpressions::merged(Kind kind, Expression left, Expression right)
+{
+    if (isFull())
+        return nothing();
+    const std::vector<Expression> lefts = partsOf(kind, left);
+    const std::vector<Expression> rights = partsOf(kind, right);
+    std::vector<Expression> parts;
+    std::set_union(lefts.begin(), lefts.end(), rights.begin(), rights.end(), std::back_inserter(parts),
+                   std::greater<>());
+    m_isFull = m_isFull || parts.size() > mostAlternatives;
     Expression whole = parts.back();
-    const bool needsAll = kind == Kind::Both;
-    bool isWholeNullable = this->isNullable(whole);
     for (auto part = parts.rbegin() + 1; part != parts.rend(); ++part) {
-        const bool isPartNullable = this->isNullable(*part);
-        isWholeNullable = needsAll ? isWholeNullable && isPartNullable : isWholeNullable || isPartNullable;
+        const bool needsAll = kind == Kind::Both;
+        const bool isWholeNullable =
+            needsAll ? isNullable(whole) && isNullable(*part) : isNullable(whole) || isNullable(*part);
         whole = stored(kind, *part, whole, isWholeNullable);
     }
-    Q_ASSERT(isWholeNullable == isNullable);
-    Q_UNUSED(isNullable)
     return whole;
 }
 
@@ -80,7 +104,7 @@ Expression PatternExpressions::either(Expression left, Expression right)
         return left;
     if (left == nothing() || right == anything())
         return right;
-    return merged(Kind::Either, left, right, isNullable(left) || isNullable(right));
+    return merged(Kind::Either, left, right);
 }
 
 Expression PatternExpressions::both(Expression left, Expression right)
@@ -89,7 +113,7 @@ Expression PatternExpressions::both(Expression left, Expression right)
         return left;
     if (left == anything() || right == nothing())
         return right;
-    return merged(Kind::Both, left, right, isNullable(left) && isNullable(right));
+    return merged(Kind::Both, left, right);
 }
 
 Expression PatternExpressions::complement(Expression inner)
@@ -107,12 +131,39 @@ Expression PatternExpressions::anyNumberOf(Expression inner)
 
 Expression PatternExpressions::derivative(Expression expression, uint unit)
 {
-    const auto known = m_derivatives.find({expression, unit});
+    if (isSimple(expression))
+        return derived(expression, unit);
+    const auto known = m_derivatives.find(derivativeKey(expression, unit));
     if (known != m_derivatives.end())
         return known->second;
-    const Expression result = derived(expression, unit);
-    m_derivatives.insert({{expression, unit}, result});
+    // Chains may be long. Taken from their ends, they need no deep recursion.
+    std::vector<Expression> open = {expression};
+    while (isChain(open.back())) {
+        const Expression rest = m_nodes[size_t(open.back())].right;
+        if (isSimple(rest) || m_derivatives.count(derivativeKey(rest, unit)) != 0)
+            break;
+        open.push_back(rest);
+    }
+    Expression result = nothing();
+    for (auto part = open.rbegin(); part != open.rend(); ++part) {
+        result = derived(*part, unit);
+        m_derivatives.insert({derivativeKey(*part, unit), result});
+    }
     return result;
+}
+
+bool PatternExpressions::isSimple(Expression expression) const
+{
+    const Node &node = m_nodes[size_t(expression)];
+    const Kind kind = node.kind == Kind::Sequence ? m_nodes[size_t(node.left)].kind : node.kind;
+    return kind == Kind::Nothing || kind == Kind::EmptyText || kind == Kind::OneOf;
+}
+
+bool PatternExpressions::isChain(Expression expression) const
+{
+    const Node &node = m_nodes[size_t(expression)];
+    return node.kind == Kind::Either || node.kind == Kind::Both ||
+           (node.kind == Kind::Sequence && isNullable(node.left));
 }
 
 Expression PatternExpressions::derived(Expression expression, uint unit)
@@ -140,7 +191,7 @@ Expression PatternExpressions::derived(Expression expression, uint unit)
     return nothing();
 }
 
-void PatternExpressions::collectSets(Expression expression, std::vector<CharacterSet> &sets) const
+void PatternExpressions::collectSets(Expression expression, std::vector<const CharacterSet *> &sets) const
 {
     std::vector<bool> isSeen(m_nodes.size(), false);
     std::vector<Expression> open = {expression};
@@ -153,7 +204,7 @@ void PatternExpressions::collectSets(Expression expression, std::vector<Characte
         const Node &node = m_nodes[size_t(next)];
         const bool hasTwo = node.kind == Kind::Sequence || node.kind == Kind::Either || node.kind == Kind::Both;
         if (node.kind == Kind::OneOf) {
-            const CharacterSet &set = m_sets[size_t(node.left)];
+            const CharacterSet *const set = &m_sets[size_t(node.left)];
             if (std::find(sets.begin(), sets.end(), set) == sets.end())
                 sets.push_back(set);
         }

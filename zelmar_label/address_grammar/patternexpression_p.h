@@ -6,7 +6,7 @@
 
 #include "zelmar_label/address_grammar/characterset_p.h"
 
-#include <map>
+#include <unordered_map>
 #include <vector>
 
 namespace label {
@@ -26,6 +26,11 @@ using Expression = int;
 class PatternExpressions
 {
 public:
+    /// More expressions, and more alternatives in one, than the pattern of a row ever needs, and fewer than would take
+    /// noticeable time.
+    static constexpr int mostStored = 20000;
+    static constexpr std::size_t mostAlternatives = 2000;
+
     PatternExpressions();
 
     Expression nothing() const { return 0; }
@@ -44,11 +49,15 @@ public:
 
     Expression derivative(Expression expression, uint unit);
 
-    /// The different sets of the expression and everything inside it, appended to `sets`.
-    void collectSets(Expression expression, std::vector<CharacterSet> &sets) const;
+    /// The different sets of the expression and everything inside it, appended to `sets`. They stay valid until the
+    /// next call of `oneOf`.
+    void collectSets(Expression expression, std::vector<const CharacterSet *> &sets) const;
 
     /// Number of expressions stored.
     int count() const { return static_cast<int>(m_nodes.size()); }
+
+    /// True when a limit is reached. `nothing()` then stands for each new expression, so that no result means anything.
+    bool isFull() const { return m_isFull; }
 
 private:
     enum class Kind { Nothing, EmptyText, OneOf, Sequence, Either, Both, Complement, AnyNumber };
@@ -61,14 +70,22 @@ private:
     };
 
     Expression stored(Kind kind, int left, int right, bool isNullable);
-    /// Sorted, each once: so that `a|b` and `b|a` are one expression.
-    Expression merged(Kind kind, Expression left, Expression right, bool isNullable);
+    /// The left sides of a chain of one kind, and its last right side.
+    std::vector<Expression> partsOf(Kind kind, Expression expression) const;
+    /// A chain sorted by index, each part once: so that `a|b` and `b|a` are one expression. The newest part comes
+    /// first: a longer chain then contains the shorter one.
+    Expression merged(Kind kind, Expression left, Expression right);
     Expression derived(Expression expression, uint unit);
+    /// True when the derivative is found faster than remembered.
+    bool isSimple(Expression expression) const;
+    /// True when the derivative needs that of the right side.
+    bool isChain(Expression expression) const;
 
+    bool m_isFull = false;
     std::vector<Node> m_nodes;
     std::vector<CharacterSet> m_sets;
-    std::map<std::vector<int>, Expression> m_known;
-    std::map<std::pair<Expression, uint>, Expression> m_derivatives;
+    std::unordered_map<quint64, Expression> m_known;
+    std::unordered_map<quint64, Expression> m_derivatives;
 };
 
 } // namespace label

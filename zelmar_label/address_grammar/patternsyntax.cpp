@@ -99,12 +99,14 @@ private:
 
     PatternNode readRepeated()
     {
+        const int aheads = m_aheads;
         PatternNode atom = readAtom();
         int least = 1;
         int most = 1;
         if (!readCounts(least, most))
             return atom;
-        const bool isWidthless = atom.kind == Kind::Start || atom.kind == Kind::End || atom.kind == Kind::Ahead;
+        // The expression may count a lookahead once for each repetition.
+        const bool isWidthless = atom.kind == Kind::Start || atom.kind == Kind::End || aheads != m_aheads;
         if (isWidthless || (most != PatternNode::endless && most < least) || least > mostRepetitions ||
             most > mostRepetitions)
             giveUp();
@@ -190,15 +192,23 @@ private:
             giveUp();
         PatternNode group;
         if (!take('?')) {
-            group.kind = Kind::Group;
-            group.group = ++m_groups;
+            // The expression has no captures inside a lookahead.
+            if (m_openAheads == 0) {
+                group.kind = Kind::Group;
+                group.group = ++m_groups;
+            }
         } else if (take('=') || take('!')) {
             group.kind = Kind::Ahead;
             group.isNegative = m_text.at(m_next - 1) == QLatin1Char('!');
+            if (++m_aheads > mostLookaheads)
+                giveUp();
         } else if (!take(':')) {
             giveUp();
         }
+        const int ahead = group.kind == Kind::Ahead ? 1 : 0;
+        m_openAheads += ahead;
         group.children.push_back(readChoice());
+        m_openAheads -= ahead;
         if (!take(')'))
             giveUp();
         else
@@ -306,6 +316,8 @@ private:
     int m_next = 0;
     int m_groups = 0;
     int m_depth = 0;
+    int m_aheads = 0;
+    int m_openAheads = 0;
 };
 
 } // namespace

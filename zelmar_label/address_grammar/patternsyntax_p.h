@@ -40,6 +40,9 @@ struct PatternNode
 /// Counts of repetitions that `QRegExp` reads; higher ones make a pattern invalid.
 constexpr int mostRepetitions = 1024;
 
+/// Lookaheads that `QRegExp` reads outside of others; more make a pattern invalid.
+constexpr int mostLookaheads = 13;
+
 /// `QRegExp`'s parser is recursive: more groups in one another may overflow the stack.
 constexpr int deepestGroup = 1000;
 
