@@ -5,7 +5,9 @@ set(public_headers
     address_grammar/communicatorcommandt.h
     address_grammar/multiplerule.h
     address_grammar/scripthook.h
+    address_grammar/textplace.h
     label_table/addressdiagnosis.h
+    label_table/addressverdict.h
     label_table/commandinformationitem.h
     label_table/commandinformationtalbe.h
     label_table/dynamiclabelcreatorinterface.h

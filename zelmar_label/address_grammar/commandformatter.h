@@ -7,6 +7,7 @@
 #include "zelmar_label/address_grammar/communicatorcommand.h"
 #include "zelmar_label/address_grammar/multiplerule.h"
 #include "zelmar_label/address_grammar/scripthook.h"
+#include "zelmar_label/address_grammar/textplace.h"
 #include "zelmar_label/zelmar_label_export.h"
 
 #include <QList>
@@ -22,7 +23,6 @@ class AddressRow;
 class Pattern;
 struct AddressColumns;
 struct AddressParts;
-struct TextPlace;
 
 /// One address format of one device, made from one row of its device table. It tests addresses, reads their number and
 /// bit, tests the device's limits, makes the neighbouring addresses, and cuts data into commands.
@@ -98,14 +98,14 @@ public:
 
     /// \name What is read of the columns
     ///@{
-    /// All of it; shared by copies of the formatter and valid as long as one of them.
+    /// All of it, for the library's own use; shared by copies of the formatter and valid as long as one of them.
     const AddressRow &compiledRow() const { return *m_row; }
     /// The rule.
     const MultipleRule &rule() const;
     /// The limits as numbers, inclusive; nothing for one that is no number in radix `base()`.
     std::optional<int> firstNumber() const;
     std::optional<int> lastNumber() const;
-    /// The compiled pattern.
+    /// The compiled pattern, for the library's own use.
     const Pattern &compiledPattern() const;
     /// The place of the range string in a device address; a start of -1 when the pattern is not found in it.
     TextPlace rangePlace(QStringView deviceAddress) const;

@@ -5,6 +5,7 @@
 #define ZELMAR_LABEL_PATTERN_H
 
 #include "zelmar_label/address_grammar/automaton_p.h"
+#include "zelmar_label/address_grammar/textplace.h"
 
 #include <QRegExp>
 #include <QString>
@@ -18,13 +19,6 @@
 namespace label {
 
 struct PatternNode;
-
-/// A place in a text; a start of -1 for none.
-struct TextPlace
-{
-    int start = -1;
-    int size = 0;
-};
 
 /// A case-sensitive pattern in the syntax of `QRegExp::RegExp`, read into an automaton.
 ///

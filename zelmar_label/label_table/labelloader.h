@@ -20,7 +20,6 @@ namespace label {
 class DynamicLabelCreatorInterface;
 class FamilyCreator;
 struct FamilyForm;
-struct TextPlace;
 struct DynamicLabelItem;
 struct DynamicMember;
 
