@@ -7,6 +7,9 @@
 
 #include <QDebug>
 #include <QRegExp>
+#include <QVarLengthArray>
+
+#include <algorithm>
 
 namespace label {
 
@@ -235,8 +238,15 @@ QString MultipleRule::wordPart(const QString &range) const
 
 std::optional<int> MultipleRule::wordNumber(QStringView range, int radix) const
 {
-    const bool isAppended = m_separator == Separator::LastTwoDigits && m_appendsFirstBit;
-    return isAppended ? readNumber(wordPart(range.toString()), radix) : readNumber(wordView(range), radix);
+    const QStringView word = wordView(range);
+    if (m_separator != Separator::LastTwoDigits || !m_appendsFirstBit)
+        return readNumber(word, radix);
+    constexpr int fewDigits = 32;
+    QVarLengthArray<QChar, fewDigits> digits(static_cast<int>(word.size()));
+    std::copy(word.begin(), word.end(), digits.begin());
+    digits.append(QLatin1Char('0'));
+    digits.append(QLatin1Char('1'));
+    return readNumber(QStringView(digits.constData(), digits.size()), radix);
 }
 
 QStringView MultipleRule::bitView(QStringView range) const

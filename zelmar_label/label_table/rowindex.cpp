@@ -19,6 +19,8 @@ using Kind = PatternNode::Kind;
 constexpr std::size_t mostBranches = 32;
 constexpr int mostAlternatives = 4;
 constexpr int longestWord = 8;
+/// Longer than any symbol; a part of the tree is as deep as its text is long.
+constexpr int longestOpening = 64;
 
 bool holdsGroup(const PatternNode &node, int group)
 {
@@ -134,7 +136,8 @@ private:
     {
         const std::optional<QStringList> words =
             node.kind != Kind::Characters && holdsGroup(node, m_group) ? std::nullopt : wordsOf(node);
-        if (!words || m_branches.size() * std::size_t(words->size()) > mostBranches) {
+        if (!words || m_branches.front().text.size() >= longestOpening ||
+            m_branches.size() * std::size_t(words->size()) > mostBranches) {
             m_rest.push_back(&node);
             return;
         }
