@@ -13,12 +13,21 @@
 #include <QtTest>
 
 #include <cstring>
+#include <ctime>
 #include <thread>
 #include <vector>
 
 using label::ScriptHook;
 
 namespace {
+
+/// What the thread has used of a processor.
+qint64 processorMilliseconds()
+{
+    timespec time{};
+    clock_gettime(CLOCK_THREAD_CPUTIME_ID, &time);
+    return qint64(time.tv_sec) * 1000 + time.tv_nsec / 1000000;
+}
 
 const QString s_foreverRule = QStringLiteral("F>forever.js");
 const char *const s_foreverArgument = "run-forever";
@@ -60,6 +69,7 @@ void TestScriptHookDeadline::endlessScriptsAreStopped()
         int bitBase = 0;
         int bitAfterwards = 0;
         qint64 milliseconds = 0;
+        qint64 processorMilliseconds = 0;
     };
     const QStringList names{"function", "caught", "toplevel", "init", "conversion"};
     std::vector<Outcome> outcomes(static_cast<size_t>(names.size()));
@@ -79,6 +89,7 @@ void TestScriptHookDeadline::endlessScriptsAreStopped()
             if (name == "conversion")
                 outcome.text = hook.convertToRegisterAddress(name);
             outcome.milliseconds = timer.elapsed();
+            outcome.processorMilliseconds = processorMilliseconds();
             outcome.bitAfterwards = hook.bitoffset("M1");
         });
     }
@@ -88,8 +99,9 @@ void TestScriptHookDeadline::endlessScriptsAreStopped()
     for (const Outcome &outcome : outcomes) {
         QVERIFY2(outcome.milliseconds >= ScriptHook::deadlineSeconds * 1000,
                  qPrintable(QString::number(outcome.milliseconds)));
-        QVERIFY2(outcome.milliseconds < 3 * ScriptHook::deadlineSeconds * 1000,
-                 qPrintable(QString::number(outcome.milliseconds)));
+        // Not by the clock, since other programs may keep the processors busy.
+        QVERIFY2(outcome.processorMilliseconds < 3 * ScriptHook::deadlineSeconds * 1000,
+                 qPrintable(QString::number(outcome.processorMilliseconds)));
     }
     for (const size_t i : {0U, 1U}) {
         QVERIFY(outcomes[i].loadResult);
@@ -115,7 +127,8 @@ void TestScriptHookDeadline::endlessScriptsAreStopped()
                          failure("convertToRegisterAddress", "conversion"), failure("init", scriptPath("init.js")),
                          "script stopped after 10 seconds"};
     expected.sort();
-    QCOMPARE(lines, expected);
+    // Joined, so that a failure shows every line.
+    QCOMPARE(lines.join('\n'), expected.join('\n'));
     QCOMPARE(ScriptHook::enginesAlive(), alive);
 
     const bool foreverEnded = forever.waitForFinished(2000);

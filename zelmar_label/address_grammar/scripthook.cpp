@@ -59,6 +59,13 @@ std::optional<QStringList> toTexts(const QScriptValue &value)
     return qscriptvalue_cast<QStringList>(value);
 }
 
+/// Qt warns of types registered twice, which happens when two threads make the first engines at the same time.
+void makeFirstEngineAlone()
+{
+    static std::once_flag isMade;
+    std::call_once(isMade, [] { const QScriptEngine engine; });
+}
+
 /// True for two values that are the same to a script.
 bool isSame(const QScriptValue &one, const QScriptValue &other)
 {
@@ -313,8 +320,10 @@ bool ScriptHook::load()
     const QString text = fileText();
     loaded = !text.isEmpty();
     if (loaded) {
-        if (!m_engine)
+        if (!m_engine) {
+            makeFirstEngineAlone();
             m_engine = std::make_unique<Engine>();
+        }
         announceDefaults();
         if (!m_engine->evaluate(text))
             return false;
