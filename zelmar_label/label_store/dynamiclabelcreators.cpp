@@ -161,6 +161,7 @@ bool DF1Creator::create(const QString &address, DynamicLabelItem &item)
     const FamilyForm *const found = family().formOf(address);
     if (!found || !isBitOf(*found, QLatin1String("COUNTER_")))
         lastTimer = found && isBitOf(*found, QLatin1String("TIMER_")) ? item.prefixSymbol : QString();
+    atRest = lastTimer.isEmpty();
     return isRecognised;
 }
 

@@ -8,6 +8,8 @@
 
 #include <QString>
 
+#include <atomic>
+
 namespace label {
 
 /// Returns the creator for the exact driver name; a `DefaultCreator` for a driver without families. The caller owns it.
@@ -35,12 +37,14 @@ public:
     DF1Creator();
     bool create(const QString &address, DynamicLabelItem &item) override;
     bool foresee(const QString &address, DynamicLabelItem &item) const override;
-    bool isAtRest() const override { return lastTimer.isEmpty(); }
+    bool isAtRest() const override { return atRest; }
 
 private:
     /// The prefix of the last address, if that was a bit of a timer. The rows of counter bits get it as their symbol:
     /// the editor shows the template's symbol anyway.
     QString lastTimer;
+    /// True for an empty one; other threads ask while one creates.
+    std::atomic<bool> atRest = true;
 };
 
 /// The buffer memory of modules: U1\G100.

@@ -163,6 +163,7 @@ int LabelLoader::addDynamicRow(const QString &address, int type, int known)
 
 std::optional<DynamicMember> LabelLoader::foreseenMember(const QString &address) const
 {
+    const MutexLocker<std::mutex> locker(&m_growing);
     DynamicLabelItem item;
     return memberOf(m_creator && foresee(*m_creator, address, item), item);
 }

@@ -3,7 +3,6 @@
 
 #include "zelmar_label/label_table/labelloader.h"
 
-#include "zelmar_label/address_grammar/mutexlocker_p.h"
 #include "zelmar_label/address_grammar/stationaddress_p.h"
 #include "zelmar_label/label_table/addressfamily.h"
 #include "zelmar_label/label_table/addresstable_p.h"
@@ -75,10 +74,8 @@ void LabelLoader::judge(const QStringList &addresses, int type, AddressVerdict *
 
 void LabelLoader::judgeNewMember(QStringView device, int type, AddressVerdict &verdict) const
 {
-    if (!m_families) {
-        const MutexLocker<std::mutex> locker(&m_growing);
+    if (!m_families)
         return judgeForeseenMember(device, type, verdict);
-    }
     const FamilyPlace place = m_families->family().placeOf(device);
     if (!place.form)
         return;
