@@ -127,7 +127,7 @@ void TestAddressDiagnosis::diagnosis_data()
     add("a character beyond ASCII", "\xc3\xa4", any, Kind::UnknownFront, -1, 0, "no format begins with \"\xc3\xa4\"");
 
     add("the symbol alone", "D", any, Kind::Incomplete, 0, 1, "D expects a digit at position 2, where the address ends",
-        "D0 D100 D100.A");
+        "D0 D0.0");
     add("half a symbol", "S", any, Kind::Incomplete, 11, 1, "SM expects \"M\" at position 2, where the address ends",
         "SM0");
     add("a digit below those that can be", "V0", any, Kind::UnexpectedCharacter, 13, 1,
@@ -139,9 +139,9 @@ void TestAddressDiagnosis::diagnosis_data()
     add("a word is no digit that looks like one", "SMIT", any, Kind::UnexpectedCharacter, 11, 2,
         "SM expects a digit at position 3, not \"I\"", "SM0");
     add("a separator without a bit", "D100.", any, Kind::Incomplete, 1, 5,
-        "Dn.b expects a hexadecimal digit at position 6, where the address ends", "D100.0 D100 D100.A");
+        "Dn.b expects a hexadecimal digit at position 6, where the address ends", "D100.0 D100");
     add("a letter among digits", "D10x", any, Kind::UnexpectedCharacter, 0, 3,
-        "D expects a digit or the end of the address at position 4, not \"x\"", "D10 D100");
+        "D expects a digit or the end of the address at position 4, not \"x\"", "D10");
     add("a letter in place of the number", "Dx", any, Kind::UnexpectedCharacter, 0, 1,
         "D expects a digit at position 2, not \"x\"", "D0");
     add("two numbers are never drawn together", "D10;25", any, Kind::UnexpectedCharacter, 0, 3,
@@ -149,7 +149,7 @@ void TestAddressDiagnosis::diagnosis_data()
     add("a digit that the radix does not have, in an aligned number", "K18", any, Kind::UnexpectedCharacter, 4, 2,
         "8 at position 3 is no octal digit; the numbers of K are octal", "K0 K20");
     add("a bit that is no hexadecimal digit", "D100.G", any, Kind::UnexpectedCharacter, 1, 5,
-        "Dn.b expects a hexadecimal digit at position 6, not \"G\"", "D100.A D100.0 D100");
+        "Dn.b expects a hexadecimal digit at position 6, not \"G\"", "D100.0 D100");
     add("a digit that the radix does not have", "X18", any, Kind::UnexpectedCharacter, 2, 2,
         "8 at position 3 is no octal digit; the numbers of X are octal", "X17 X20");
     add("a bit of two digits where there is one", "D1.AB", any, Kind::BitBeyondWord, 1, 3,
@@ -165,7 +165,7 @@ void TestAddressDiagnosis::diagnosis_data()
     add("a number that no int can hold", "D99999999999", any, Kind::NumberTooLong, 0, 1,
         "number 99999999999 is too long; D's last is 7999", "D7999");
     add("leading zeros beyond the pattern are no large number", "D00007", any, Kind::UnexpectedCharacter, 0, 5,
-        "D expects the end of the address at position 6, not \"7\"", "D7 D0000.7");
+        "D expects the end of the address at position 6, not \"7\"", "D0007 D0000.7");
     add("a bit whose word is above the last", "D8000.0", any, Kind::AboveLast, 1, 1,
         "number 8000 is above Dn.b's last, 7999", "D7999.0");
     add("octal, in the row's writing", "X2000", any, Kind::AboveLast, 2, 1,
@@ -212,9 +212,9 @@ void TestAddressDiagnosis::diagnosis()
     const LogRecorder log;
     const AddressDiagnosis found = label::diagnoseAddress(deviceTable(), address, type);
     QCOMPARE(label::diagnosisSentence(found), sentence);
-    QCOMPARE(found.kind, kind);
-    QCOMPARE(found.row, row);
-    QCOMPARE(found.position, position);
+    QCOMPARE(found.kind(), kind);
+    QCOMPARE(found.row.index, row);
+    QCOMPARE(found.position(), position);
     QCOMPARE(found.type, type);
     QCOMPARE(found.suggestions.join(QLatin1Char(' ')), suggestions);
 }
@@ -324,9 +324,10 @@ void TestAddressDiagnosis::slips()
     QCOMPARE(log.take(), QStringList());
     QTEST(label::diagnosisSentence(found), "sentence");
     QTEST(found.suggestions.join(QLatin1Char(' ')), "suggestions");
-    QTEST(found.kind, "kind");
-    QVERIFY(found.slip == slip);
-    QTEST(found.position, "position");
+    QTEST(found.kind(), "kind");
+    const AddressDiagnosis::TypingError *const error = found.typingError();
+    QVERIFY((error ? error->slip : Slip::None) == slip);
+    QTEST(found.position(), "position");
     QVERIFY(!found.isAccepted());
 }
 
@@ -354,7 +355,7 @@ void TestAddressDiagnosis::takenUnchecked()
     QVERIFY(table.getFirstMatchedAddressIndex(address, any) >= 0);
     QVERIFY(found.isAccepted());
     QVERIFY(found.isUnchecked);
-    QVERIFY(found.kind != Kind::Accepted);
+    QVERIFY(found.kind() != Kind::Accepted);
     QTEST(label::diagnosisSentence(found), "sentence");
     QTEST(found.suggestions.join(QLatin1Char(' ')), "suggestion");
 }
@@ -364,7 +365,7 @@ void TestAddressDiagnosis::emptyTable()
     const label::CommandInformationTalbe table;
     QCOMPARE(label::diagnosisSentence(label::diagnoseAddress(table, QStringLiteral("D1"), any)),
              QStringLiteral("no format begins with \"D\""));
-    QCOMPARE(label::diagnoseAddress(table, QString(), any).kind, Kind::Empty);
+    QCOMPARE(label::diagnoseAddress(table, QString(), any).kind(), Kind::Empty);
 }
 
 void TestAddressDiagnosis::acceptedExactlyWhenARowAccepts_data()
@@ -393,10 +394,10 @@ void TestAddressDiagnosis::acceptedExactlyWhenARowAccepts()
         }
         const int index = table.getFirstMatchedAddressIndex(address, type);
         const AddressDiagnosis found = label::diagnoseAddress(table, address, type);
-        QVERIFY2((found.kind == Kind::Accepted) == (index >= 0), qPrintable(address));
+        QVERIFY2((found.kind() == Kind::Accepted) == (index >= 0), qPrintable(address));
         QVERIFY2(label::diagnosisSentence(found).isEmpty() == (index >= 0), qPrintable(address));
         if (index >= 0) {
-            QCOMPARE(found.row, index);
+            QCOMPARE(found.row.index, index);
             ++accepted;
         }
     }
@@ -426,7 +427,7 @@ void TestAddressDiagnosis::limitOfAFamilyMember()
     formatter.setPrefixSymbol(QStringLiteral("DB12.DBW"));
     table.addCommandFormatter(formatter);
     const AddressDiagnosis found = label::diagnoseAddress(table, QStringLiteral("DB12.DBW65535"), any);
-    QCOMPARE(found.row, 15);
+    QCOMPARE(found.row.index, 15);
     QCOMPARE(label::diagnosisSentence(found), QStringLiteral("number 65535 is above DB12.DBW's last, 65534"));
 }
 
@@ -435,10 +436,12 @@ void TestAddressDiagnosis::values()
     const LogRecorder log;
     const AddressDiagnosis aligned = label::diagnoseAddress(deviceTable(), QStringLiteral("7-M33"), registers);
     QCOMPARE(aligned.address, QStringLiteral("M33"));
-    QCOMPARE(aligned.format, QStringLiteral("M"));
-    QCOMPARE(aligned.number, QStringLiteral("33"));
-    QCOMPARE(aligned.limit, QStringLiteral("16"));
-    QCOMPARE(aligned.nearest, QStringList({QStringLiteral("32"), QStringLiteral("48")}));
+    QCOMPARE(aligned.row.format, QStringLiteral("M"));
+    const auto fault = std::get<AddressDiagnosis::NotAligned>(aligned.reason);
+    QCOMPARE(fault.number, QStringLiteral("33"));
+    QCOMPARE(fault.group, QStringLiteral("16"));
+    QCOMPARE(fault.remainder, QString());
+    QCOMPARE(fault.nearest, QStringList({QStringLiteral("32"), QStringLiteral("48")}));
     const AddressDiagnosis text = label::diagnoseAddress(deviceTable(), QStringLiteral("d7"), any);
     QCOMPARE(text.suggestions, QStringList({QStringLiteral("D7")}));
 }

@@ -144,12 +144,12 @@ QString TestDiagnosisProperty::complaint(LabelLoader &label, const QString &text
     const bool isAccepted = label.addressValidation(text, type) >= 0;
     if (found.isAccepted() != isAccepted)
         return isAccepted ? QStringLiteral("refuses what is accepted") : QStringLiteral("accepts what is refused");
-    const bool isSound = found.kind == AddressDiagnosis::Kind::Accepted;
+    const bool isSound = found.kind() == AddressDiagnosis::Kind::Accepted;
     if (label::diagnosisSentence(found).isEmpty() != isSound)
         return QStringLiteral("has a sentence for what is accepted, or none for what is not");
     if (isSound && (found.isUnchecked || !found.suggestions.isEmpty()))
         return QStringLiteral("doubts what is accepted");
-    if (found.position > found.address.size() || found.suggestions.size() > 5)
+    if (found.position() > found.address.size() || found.suggestions.size() > 5)
         return QStringLiteral("has a place outside the text, or too many suggestions");
     for (const QString &suggestion : found.suggestions) {
         if (suggestion == text || !isReallyAccepted(label, suggestion, type))
@@ -215,7 +215,7 @@ void TestDiagnosisProperty::saysWhatAnyTableDoes()
             const AddressDiagnosis found = label::diagnoseAddress(table, address, type);
             const int index = table.getFirstMatchedAddressIndex(address, type);
             QVERIFY2(found.isAccepted() == (index >= 0), qPrintable(address));
-            QVERIFY2(index < 0 || found.row == index, qPrintable(address));
+            QVERIFY2(index < 0 || found.row.index == index, qPrintable(address));
             for (const QString &suggestion : found.suggestions)
                 QVERIFY2(table.getFirstMatchedAddressIndex(suggestion, type) >= 0, qPrintable(suggestion));
         }

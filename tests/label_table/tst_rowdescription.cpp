@@ -5,6 +5,8 @@
 
 #include "support/labelfixtures.h"
 #include "support/logrecorder.h"
+#include "zelmar_label/label_table/addressfamily.h"
+#include "zelmar_label/label_table/labelloader.h"
 
 #include <QTest>
 
@@ -15,6 +17,7 @@ class TestRowDescription : public QObject
 private Q_SLOTS:
     void example_data();
     void example();
+    void exampleOfFamily();
     void formatName_data();
     void formatName();
     void familyTemplate_data();
@@ -26,30 +29,61 @@ private Q_SLOTS:
 
 void TestRowDescription::example_data()
 {
-    QTest::addColumn<QString>("description");
+    QTest::addColumn<QString>("pattern");
+    QTest::addColumn<QString>("symbol");
+    QTest::addColumn<QString>("start");
+    QTest::addColumn<QString>("rule");
     QTest::addColumn<QString>("example");
-    QTest::newRow("behind e.g.") << "D: register, e.g. D100"
-                                 << "D100";
-    QTest::newRow("a full stop does not belong to it") << "D: register, e.g. D100."
-                                                       << "D100";
-    QTest::newRow("nor does a bracket") << "D (e.g. D100)"
-                                        << "D100";
-    QTest::newRow("up to the next blank") << "D, e.g. D100 or D200"
-                                          << "D100";
-    QTest::newRow("none: symbol and first number") << "data register"
-                                                   << "D5";
-    QTest::newRow("no description") << ""
-                                    << "D5";
+    const auto add = [](const char *name, const char *pattern, const char *symbol, const char *start, const char *rule,
+                        const char *example) {
+        QTest::newRow(name) << QString(QLatin1String(pattern)) << QString(QLatin1String(symbol))
+                            << QString(QLatin1String(start)) << QString(QLatin1String(rule))
+                            << QString(QLatin1String(example));
+    };
+    add("the shortest", "(D)(0*\\d{1,4})", "D", "0", "", "D0");
+    add("the first number", "(D)(\\d{1,4})", "D", "5", "", "D5");
+    add("a number of more digits than the shortest", "(D)(\\d{1,4})", "D", "100", "", "D100");
+    add("an aligned number", "(M)(\\d+)", "M", "10", "m16", "M16");
+    add("a fixed number of digits", "(1\\d{4})", "", "10001", "", "10001");
+    add("the letters of the symbol", "([Tt][Uu]?)(\\d+)", "TU", "0", "", "TU0");
+    add("a symbol that is no part of the address", "(X)(\\d+)", "Q", "0", "", "X0");
+    add("text after the number", "(T4:)(\\d+)\\.ACC", "T4:", "0", "", "T4:0.ACC");
+    add("no address: symbol and first number", "(D)([5-4])x{0", "D", "7", "", "D7");
 }
 
 void TestRowDescription::example()
 {
-    QFETCH(QString, description);
+    QFETCH(QString, pattern);
+    QFETCH(QString, symbol);
+    QFETCH(QString, start);
+    QFETCH(QString, rule);
     const LogRecorder log;
     Row made;
-    made.description = description;
-    made.start = QStringLiteral("5");
-    QTEST(label::exampleAddress(made.formatter()), "example");
+    made.pattern = pattern;
+    made.prefixSymbol = symbol;
+    made.start = start;
+    made.end = QStringLiteral("20000");
+    made.multipleRule = rule;
+    made.addressGroupIndex = symbol.isEmpty() ? 1 : 2;
+    QTEST(label::exampleAddress(made.formatter(), {}), "example");
+}
+
+void TestRowDescription::exampleOfFamily()
+{
+    const LogRecorder log;
+    Row made;
+    made.pattern = QStringLiteral("BLOCK_W");
+    made.prefixSymbol = QStringLiteral("DB");
+    made.start = QStringLiteral("0");
+    label::FamilyForm bits;
+    bits.pattern = label::Pattern(QStringLiteral("(DB[1-9]\\.X)\\d+\\.[0-7]"));
+    bits.base = QStringLiteral("BLOCK_X");
+    label::FamilyForm words;
+    words.pattern = label::Pattern(QStringLiteral("(DB[1-9]\\.([BW]))\\d+"));
+    words.base = QStringLiteral("BLOCK_");
+    words.hasElementInBase = true;
+    QCOMPARE(label::exampleAddress(made.formatter(), {{&bits, 0}, {&words, 0}}), QStringLiteral("DB1.W0"));
+    QCOMPARE(label::exampleAddress(made.formatter(), {}), QStringLiteral("DB0"));
 }
 
 void TestRowDescription::formatName_data()
@@ -114,7 +148,7 @@ void TestRowDescription::familyTemplate()
     const LogRecorder log;
     Row made;
     made.pattern = pattern;
-    QTEST(label::isFamilyTemplate(made.formatter()), "isTemplate");
+    QTEST(made.formatter().isFamilyTemplate(), "isTemplate");
 }
 
 void TestRowDescription::dataTypeWord_data()

@@ -337,10 +337,10 @@ void TestCustomCommands::showsFormats()
     const Result result = runHere("show|Test PLC");
     QCOMPARE(result.err, QString());
     QCOMPARE(result.out, QStringLiteral("symbol  example  range    radix  kind  family  format\n"
-                                        "D       D1       0 to 99  10     word  -       D: data register, D0-D99\n"));
+                                        "D       D0       0 to 99  10     word  -       D: data register, D0-D99\n"));
     QCOMPARE(runHere("show|Test PLC|--json").out,
              QStringLiteral("{\"typeIndex\":0,\"format\":\"D: data register, D0-D99, e.g. D1\",\"prefix\":\"D\","
-                            "\"example\":\"D1\",\"first\":\"0\",\"last\":\"99\",\"radix\":10,\"dataType\":\"word\","
+                            "\"example\":\"D0\",\"first\":\"0\",\"last\":\"99\",\"radix\":10,\"dataType\":\"word\","
                             "\"family\":false}\n"));
     QCOMPARE(runHere("setup|Other PLC").code, 0);
     QCOMPARE(runHere("show|Other PLC").out,

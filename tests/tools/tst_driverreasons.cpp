@@ -37,21 +37,26 @@ void DriverReasons::reasons_data()
         "AC expects a digit from 0 to 3 at position 3, not \"4\"; try AC3 or C4 or AB4 or AW4 or AD4");
     add("an odd analog word", "S7 200 PPI", "AIW1",
         "AIW expects \"0\", \"2\", \"4\", \"6\" or \"8\" at position 5, where the address ends; try AIW0 or AIW10 or "
-        "AW1 or IW1");
+        "IW1 or AW1");
     add("a symbol without its number", "OMRON FINS", "CIO",
-        "CIO expects a digit at position 4, where the address ends; try CIO0 or C10 or CIO0010.13 or CIO0010");
-    add("an older tool's timer", "OMRON FINS", "TIM000", "T expects a digit at position 2, not \"I\"; try T000 or T0");
+        "CIO expects a digit at position 4, where the address ends; try CIO0 or CIO0.0 or C10");
+    add("an older tool's timer", "OMRON FINS", "TIM000",
+        "T expects a digit at position 2, not \"I\"; try T000 or TK000");
     add("a coil with the letter O", "Modbus TCP", "O0001",
         "the letter \"O\" at position 1 should be the digit 0; try 00001");
     add("the letter O for a whole number", "MicroLogix Ethernet", "T4:O/DN",
-        "the letter \"O\" at position 4 should be the digit 0; try T4:0/DN or T4:0");
+        "the letter \"O\" at position 4 should be the digit 0; try T4:0/DN");
     add("a file number with a zero in front", "MicroLogix Ethernet", "N07:0",
         "no format of the N family takes \"N07:0\"; one is Nf:n: integer, N9:0-N255:255, e.g. N10:5; try N7:0");
     add("a dash for the slash", "MicroLogix Ethernet", "T4:0-DN",
         "the station \"T4:0\" is not a decimal number; try T4:0.DN or T4:0/DN");
+    add("a blank in a family's symbol", "ISO on TCP", "D B1",
+        "there is a blank at position 2; try DB1.DBB0 or DB1.DBX0 or DB1.DBX0.0");
+    add("a symbol's first letter, and no format behind it", "KV Ethernet", "P10", "no format begins with \"P\"");
+    add("a slash in a family's address", "FX5U Ethernet", "U1/G0", "\"/\" at position 3 should be \"\\\"; try U1\\G0");
     add("a data block's word without the B", "ISO on TCP", "DB1.DW2",
         "no format of the DB family takes \"DB1.DW2\"; one is DBn.DBWb: data block word at a byte address, "
-        "DB1.DBW0-DB2047.DBW65534, e.g. DB1.DBW4; try DB1.DBW2 or DB1.DBX2.7 or DB1.DBX2");
+        "DB1.DBW0-DB2047.DBW65534, e.g. DB1.DBW4; try DB1.DBW2");
     add("a digit that is not octal, of 16 inputs", "FX5U Ethernet", "K4X8",
         "8 at position 4 is no octal digit; the numbers of K4X are octal; try K4X0 or K4X20");
     add("a point where the bit is two digits", "KV Ethernet", "R10.5",

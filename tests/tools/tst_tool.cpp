@@ -165,21 +165,21 @@ void TestTool::outputs_data()
         "{\"driver\":\"Empty PLC\",\"formats\":0,\"blockSize\":100,\"bitBlockSize\":200}\n");
     add("formats of a driver with families", "formats|ISO on TCP", 0,
         "symbol  example     range       radix  kind  family  format\n"
-        "MB      MB10        0 to 99     10     byte  -       MB: memory byte\n"
-        "DB      DB1.DBX3.7  0 to 65535  10     bit   family  DBn.DBXb.x: data block bit\n"
-        "DB      DB1.DBX3    0 to 65535  10     byte  family  DBn.DBXb: byte of bits\n"
-        "DB      DB1.DBW4    0 to 9      10     word  family  DBn.DBWb: data block word\n");
+        "MB      MB0         0 to 99     10     byte  -       MB: memory byte\n"
+        "DB      DB1.DBX0.0  0 to 65535  10     bit   family  DBn.DBXb.x: data block bit\n"
+        "DB      DB1.DBX0    0 to 65535  10     byte  family  DBn.DBXb: byte of bits\n"
+        "DB      DB1.DBW0    0 to 9      10     word  family  DBn.DBWb: data block word\n");
     add("formats as JSON", "--json|formats|ISO on TCP", 0,
-        "{\"typeIndex\":0,\"format\":\"MB: memory byte, e.g. MB10\",\"prefix\":\"MB\",\"example\":\"MB10\","
+        "{\"typeIndex\":0,\"format\":\"MB: memory byte, e.g. MB10\",\"prefix\":\"MB\",\"example\":\"MB0\","
         "\"first\":\"0\",\"last\":\"99\",\"radix\":10,\"dataType\":\"byte\",\"family\":false}\n"
         "{\"typeIndex\":1,\"format\":\"DBn.DBXb.x: data block bit, e.g. DB1.DBX3.7\",\"prefix\":\"DB\","
-        "\"example\":\"DB1.DBX3.7\",\"first\":\"0\",\"last\":\"65535\",\"radix\":10,\"dataType\":\"bit\","
+        "\"example\":\"DB1.DBX0.0\",\"first\":\"0\",\"last\":\"65535\",\"radix\":10,\"dataType\":\"bit\","
         "\"family\":true}\n"
         "{\"typeIndex\":2,\"format\":\"DBn.DBXb: byte of bits, e.g. DB1.DBX3\",\"prefix\":\"DB\","
-        "\"example\":\"DB1.DBX3\",\"first\":\"0\",\"last\":\"65535\",\"radix\":10,\"dataType\":\"byte\","
+        "\"example\":\"DB1.DBX0\",\"first\":\"0\",\"last\":\"65535\",\"radix\":10,\"dataType\":\"byte\","
         "\"family\":true}\n"
         "{\"typeIndex\":3,\"format\":\"DBn.DBWb: data block word, e.g. DB1.DBW4\",\"prefix\":\"DB\","
-        "\"example\":\"DB1.DBW4\",\"first\":\"0\",\"last\":\"9\",\"radix\":10,\"dataType\":\"word\","
+        "\"example\":\"DB1.DBW0\",\"first\":\"0\",\"last\":\"9\",\"radix\":10,\"dataType\":\"word\","
         "\"family\":true}\n");
 
     add("accepted addresses", "check|Test PLC|D100|2-D100|3-D7.a|X17|C5", 0,
@@ -231,12 +231,12 @@ void TestTool::outputs_data()
         "refused  DB12.DBW10  number 10 is above DB12.DBW's last, 9, yet labels take it unchecked; try DB12.DBW9\n"
         "ok       DB12.DBW9   -        DB      12.DBW9  9       -    word  -\n");
     add("a family of the other type", "check|ISO on TCP|--type|bit|DB12.DBW9", 1,
-        "refused  DB12.DBW9  DB12.DBW9 is a word, not a bit, yet labels take it unchecked; try DB12.DBX9.7\n");
+        "refused  DB12.DBW9  DB12.DBW9 is a word, not a bit, yet labels take it unchecked; try DB12.DBX9.0\n");
     add("no such member of a family", "check|ISO on TCP|DB5000.DBW1", 1,
         "refused  DB5000.DBW1  DB number 5000 is too high; the last is 2047; try DB2047.DBW1\n");
     add("the name of a family", "check|ISO on TCP|DB_DBW", 1,
         "refused  DB_DBW  \"DB_DBW\" is the name of a family of formats and no address; the family is DBn.DBWb: data "
-        "block word, e.g. DB1.DBW4; try DB1.DBW4\n");
+        "block word, e.g. DB1.DBW4; try DB1.DBW0\n");
     add("suggestions at the station of the question", "check|Test PLC|4-d7|4-D100,5|4-D8000.1", 1,
         "refused  4-d7       \"d\" at position 1 should be \"D\": letter case counts; try 4-D7\n"
         "refused  4-D100,5   \",\" at position 5 should be \".\"; try 4-D100.5\n"

@@ -8,7 +8,6 @@
 #include "zelmar_label/address_grammar/radixnumber_p.h"
 #include "zelmar_label/label_store/dynamiclabelcreators.h"
 #include "zelmar_label/label_table/dynamicmember_p.h"
-#include "zelmar_label/label_table/rowdescription_p.h"
 
 #include <QHash>
 #include <QSet>
@@ -29,7 +28,7 @@ public:
         : m_row(row)
     {
         const CommandFormatter &formatter = row.formatter;
-        take(exampleAddress(formatter));
+        take(describedAddress(formatter));
         if (row.hasLimits()) {
             take(row.symbolAddress(*row.first));
             take(row.symbolAddress(*row.last));
@@ -126,7 +125,7 @@ QStringList familyAddresses()
 
 bool becomeMember(LintRow &row, const QString &driver)
 {
-    const QStringList addresses = QStringList{exampleAddress(row.formatter)} + familyAddresses();
+    const QStringList addresses = QStringList{describedAddress(row.formatter)} + familyAddresses();
     for (const QString &address : addresses) {
         DynamicMember member;
         if (!familyCreator(driver).create(address, member.item) || member.item.basePattern != row.formatter.pattern())

@@ -9,7 +9,6 @@
 #include "zelmar_label/address_grammar/radixnumber_p.h"
 #include "zelmar_label/label_store/labelreader.h"
 #include "zelmar_label/label_table/labelloader.h"
-#include "zelmar_label/label_table/rowdescription_p.h"
 
 #include <QElapsedTimer>
 #include <QSqlDatabase>
@@ -77,6 +76,17 @@ bool LintReport::isWrong(int index) const
     });
 }
 
+QString describedAddress(const label::CommandFormatter &row)
+{
+    const QString mark = QStringLiteral("e.g. ");
+    const QString description = row.formatString();
+    const int found = description.lastIndexOf(mark);
+    QString example = found < 0 ? QString() : description.mid(found + mark.size()).section(QLatin1Char(' '), 0, 0);
+    while (!example.isEmpty() && QStringLiteral(".,;)").contains(example.back()))
+        example.chop(1);
+    return example.isEmpty() ? row.prefixSymbol() + row.start() : example;
+}
+
 QString LintRow::symbolAddress(int number) const
 {
     return formatter.prefixSymbol() + label::numberText(number, formatter.base());
@@ -121,7 +131,7 @@ void LintContext::makeRow(int index)
     LintRow row;
     row.index = index;
     row.formatter = own;
-    row.isTemplate = label::isFamilyTemplate(own);
+    row.isTemplate = own.isFamilyTemplate();
     row.isScripted = label::ScriptHook(own.ruleText()).exists();
     row.first = label::readNumber(own.start(), own.base());
     row.last = label::readNumber(own.end(), own.base());
@@ -129,7 +139,7 @@ void LintContext::makeRow(int index)
         row.isMember = becomeMember(row, driver.name);
     QElapsedTimer timer;
     timer.start();
-    row.formatter.getAddresRangePart(label::exampleAddress(row.formatter));
+    row.formatter.getAddresRangePart(describedAddress(row.formatter));
     row.isEndless = timer.elapsed() >= label::ScriptHook::deadlineSeconds * qint64(1000);
     if (!row.isEndless && QRegExp(row.formatter.pattern()).isValid())
         makeAddresses(row, samples);

@@ -50,6 +50,9 @@ private:
     QList<LintFinding> &m_findings;
 };
 
+/// The address behind "e.g." in the row's description, else the row's symbol with its first number.
+QString describedAddress(const label::CommandFormatter &row);
+
 /// One row under examination.
 struct LintRow
 {

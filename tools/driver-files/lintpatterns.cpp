@@ -5,8 +5,6 @@
 
 #include "patterntree.h"
 
-#include "zelmar_label/label_table/rowdescription_p.h"
-
 #include <QRegExp>
 
 #include <algorithm>
@@ -18,7 +16,7 @@ QString describedExample(const LintRow &row)
 {
     if (!row.formatter.formatString().contains(QLatin1String("e.g. ")))
         return QString();
-    const QString example = label::exampleAddress(row.formatter);
+    const QString example = describedAddress(row.formatter);
     const bool holdsNumber =
         std::any_of(example.begin(), example.end(), [](QChar character) { return character.isDigit(); });
     return holdsNumber ? example : QString();

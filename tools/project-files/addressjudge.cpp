@@ -126,7 +126,7 @@ AddressVerdict AddressJudge::judge(int linkId, int dataType, const QString &addr
     const label::AddressDiagnosis diagnosis =
         label::diagnoseAddress(*owner.label, parts.device, m_tags.getCommunicatorCommandDataType(dataType));
     // Stricter than the library, which does not check the first address of a new family.
-    if (diagnosis.kind == label::AddressDiagnosis::Kind::Accepted)
+    if (diagnosis.kind() == label::AddressDiagnosis::Kind::Accepted)
         return {};
     AddressVerdict verdict;
     verdict.reason = label::diagnosisSentence(diagnosis);

@@ -29,7 +29,7 @@ bool Device::splitStation(ResolvedAddress &address)
     address.device = parts.device;
     address.reason = parts.problem();
     if (!address.reason.isEmpty())
-        address.diagnosis.kind = label::AddressDiagnosis::Kind::StationNotNumber;
+        address.diagnosis.reason = label::AddressDiagnosis::StationNotNumber{};
     else
         address.station = parts.number();
     return address.reason.isEmpty();
@@ -46,7 +46,7 @@ QStringList Device::withoutStation(const ResolvedAddress &address, int type)
     QStringList accepted;
     for (const QString &text : qAsConst(texts)) {
         if (!text.contains(QLatin1Char('-')) && !accepted.contains(text) &&
-            label::diagnoseAddress(label(), text, type).kind == label::AddressDiagnosis::Kind::Accepted)
+            label::diagnoseAddress(label(), text, type).kind() == label::AddressDiagnosis::Kind::Accepted)
             accepted.append(text);
     }
     return accepted;
@@ -61,13 +61,13 @@ ResolvedAddress Device::resolve(const QString &text, int type)
         return address;
     }
     address.diagnosis = label::diagnoseAddress(label(), address.device, type);
-    if (address.diagnosis.kind == label::AddressDiagnosis::Kind::Accepted) {
+    if (address.diagnosis.kind() == label::AddressDiagnosis::Kind::Accepted) {
         address.row = m_label->addressValidation(address.device, type);
         return address;
     }
     address.reason = label::diagnosisSentence(address.diagnosis);
-    if (address.diagnosis.position >= 0)
-        address.position = address.diagnosis.position + text.size() - address.device.size();
+    if (address.diagnosis.position() >= 0)
+        address.position = address.diagnosis.position() + text.size() - address.device.size();
     for (const QString &suggestion : qAsConst(address.diagnosis.suggestions))
         address.suggestions.append(address.atStation(suggestion));
     return address;

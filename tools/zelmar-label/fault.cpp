@@ -21,6 +21,8 @@ const char *kindName(AddressDiagnosis::Kind kind)
         return "unknownFront";
     case Kind::UnknownFamilyMember:
         return "unknownFamilyMember";
+    case Kind::FamilyNumber:
+        return "familyNumber";
     case Kind::FamilyName:
         return "familyName";
     case Kind::StationBeforeFamily:
@@ -53,10 +55,10 @@ const char *kindName(AddressDiagnosis::Kind kind)
     return "accepted";
 }
 
-QJsonValue slipName(AddressDiagnosis::Slip slip)
+QJsonValue slipName(const AddressDiagnosis::TypingError *error)
 {
     using Slip = AddressDiagnosis::Slip;
-    switch (slip) {
+    switch (error ? error->slip : Slip::None) {
     case Slip::None:
         break;
     case Slip::LetterCase:
@@ -84,15 +86,61 @@ QJsonValue textOrNull(const QString &text)
     return text.isEmpty() ? QJsonValue() : QJsonValue(text);
 }
 
+/// The refused number of a reason, and the number that it is compared with; empty where a reason has none.
+struct RefusedNumber
+{
+    QString number;
+    QString limit;
+};
+
+template<typename Fault>
+RefusedNumber refusedNumber(const Fault &)
+{
+    return {};
+}
+RefusedNumber refusedNumber(const AddressDiagnosis::FamilyNumber &fault)
+{
+    return {fault.number, fault.limit};
+}
+RefusedNumber refusedNumber(const AddressDiagnosis::AboveLast &fault)
+{
+    return {fault.number, fault.last};
+}
+RefusedNumber refusedNumber(const AddressDiagnosis::BelowFirst &fault)
+{
+    return {fault.number, fault.first};
+}
+RefusedNumber refusedNumber(const AddressDiagnosis::NotAligned &fault)
+{
+    return {fault.number, fault.group};
+}
+RefusedNumber refusedNumber(const AddressDiagnosis::NumberTooLong &fault)
+{
+    return {fault.number, fault.last};
+}
+RefusedNumber refusedNumber(const AddressDiagnosis::LimitsUnreadable &fault)
+{
+    return {fault.number, QString()};
+}
+RefusedNumber refusedNumber(const AddressDiagnosis::BitBeyondWord &fault)
+{
+    return {fault.bit, fault.last};
+}
+RefusedNumber refusedNumber(const AddressDiagnosis::NumberRefused &fault)
+{
+    return {fault.number, QString()};
+}
+
 } // namespace
 
 QJsonObject faultAsJson(const ResolvedAddress &address)
 {
     const AddressDiagnosis &diagnosis = address.diagnosis;
-    return {{QStringLiteral("kind"), QLatin1String(kindName(diagnosis.kind))},
-            {QStringLiteral("slip"), slipName(diagnosis.slip)},
+    const RefusedNumber refused = std::visit([](const auto &fault) { return refusedNumber(fault); }, diagnosis.reason);
+    return {{QStringLiteral("kind"), QLatin1String(kindName(diagnosis.kind()))},
+            {QStringLiteral("slip"), slipName(diagnosis.typingError())},
             {QStringLiteral("position"), address.position < 0 ? QJsonValue() : QJsonValue(address.position)},
-            {QStringLiteral("number"), textOrNull(diagnosis.number)},
-            {QStringLiteral("limit"), textOrNull(diagnosis.limit)},
-            {QStringLiteral("radix"), diagnosis.row < 0 ? QJsonValue() : QJsonValue(diagnosis.radix)}};
+            {QStringLiteral("number"), textOrNull(refused.number)},
+            {QStringLiteral("limit"), textOrNull(refused.limit)},
+            {QStringLiteral("radix"), diagnosis.row.index < 0 ? QJsonValue() : QJsonValue(diagnosis.row.radix)}};
 }

@@ -206,13 +206,14 @@ ExitCode Worker::listFormats(Device &device) const
                   QStringLiteral("kind"), QStringLiteral("family"), QStringLiteral("format")});
     for (int index = 0; index < device.table().countFormatters(); ++index) {
         const label::CommandFormatter &row = device.row(index);
-        const bool isFamily = label::isFamilyTemplate(row);
+        const QString example = label::exampleAddress(row, device.label().familyTemplates());
+        const bool isFamily = row.isFamilyTemplate();
         if (m_request.json)
             m_streams.print(JsonLine()
                                 .add("typeIndex", index)
                                 .add("format", row.formatString())
                                 .add("prefix", row.prefixSymbol())
-                                .add("example", label::exampleAddress(row))
+                                .add("example", example)
                                 .add("first", row.start())
                                 .add("last", row.end())
                                 .add("radix", row.base())
@@ -220,9 +221,9 @@ ExitCode Worker::listFormats(Device &device) const
                                 .add("family", isFamily)
                                 .text());
         else
-            table.addRow({textOrDash(row.prefixSymbol()), textOrDash(label::exampleAddress(row)), limits(row),
-                          QString::number(row.base()), label::dataTypeWord(row.type()),
-                          isFamily ? QStringLiteral("family") : QStringLiteral("-"), meaning(row.formatString())});
+            table.addRow({textOrDash(row.prefixSymbol()), textOrDash(example), limits(row), QString::number(row.base()),
+                          label::dataTypeWord(row.type()), isFamily ? QStringLiteral("family") : QStringLiteral("-"),
+                          meaning(row.formatString())});
     }
     printTable(table);
     return Success;

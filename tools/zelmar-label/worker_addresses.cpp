@@ -111,7 +111,8 @@ private:
             if (row.isAddressValid(command.address))
                 continue;
             const label::AddressDiagnosis left = label::diagnoseAddress(m_device.table(), command.address, row.type());
-            return left.kind == label::AddressDiagnosis::Kind::NotAligned ? label::diagnosisSentence(left) : QString();
+            return left.kind() == label::AddressDiagnosis::Kind::NotAligned ? label::diagnosisSentence(left)
+                                                                            : QString();
         }
         return QString();
     }
@@ -147,7 +148,7 @@ private:
         const int type = m_device.row(m_start.row).type();
         const label::AddressDiagnosis diagnosis = label::diagnoseAddress(m_device.table(), m_foreign, type);
         using Kind = label::AddressDiagnosis::Kind;
-        m_endsAtLimit = diagnosis.kind == Kind::AboveLast || diagnosis.kind == Kind::BelowFirst;
+        m_endsAtLimit = diagnosis.kind() == Kind::AboveLast || diagnosis.kind() == Kind::BelowFirst;
         m_foreignReason = m_endsAtLimit ? label::diagnosisSentence(diagnosis)
                                         : QStringLiteral("the next address would be %1, which is not an address of %2")
                                               .arg(m_foreign, label::formatName(m_device.row(m_start.row)));

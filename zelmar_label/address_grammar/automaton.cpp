@@ -5,7 +5,6 @@
 
 #include <algorithm>
 #include <map>
-#include <queue>
 #include <set>
 
 namespace label {
@@ -212,15 +211,14 @@ QStringList Automaton::samples(int most) const
     std::vector<State> order = {start};
     for (std::size_t index = 0; index < order.size(); ++index) {
         const State state = order[index];
-        // Both ends of a class: the first digit and the last, say.
-        std::vector<uint> units;
+        // Both ends of a class: the first digit and the last, say. The plainer one leads on.
+        std::vector<uint> units = m_units;
         std::vector<bool> isSeen(m_classes, false);
         for (uint unit = lastAscii; unit-- > ' ';) {
             if (!isSeen[classOf(unit)])
                 units.push_back(unit);
             isSeen[classOf(unit)] = true;
         }
-        units.insert(units.end(), m_units.begin(), m_units.end());
         for (const uint unit : units) {
             const State to = next(state, unit);
             if (to == dead || unit > CharacterSet::lastUnit)
@@ -333,54 +331,6 @@ bool Automaton::hasAmbiguousMarks() const
         }
     }
     return false;
-}
-
-std::vector<NearText> Automaton::near(QStringView text, const std::vector<PositionEdits> &edits, int mostCost,
-                                      int most) const
-{
-    struct Step
-    {
-        int cost;
-        int order;
-        State state;
-        int at;
-        QString built;
-
-        bool operator<(const Step &other) const { return cost != other.cost ? cost > other.cost : order > other.order; }
-    };
-    std::vector<NearText> found;
-    std::priority_queue<Step> open;
-    std::map<std::pair<State, int>, int> visits;
-    int order = 0;
-    const auto push = [&](int cost, State state, int at, const QString &built) {
-        if (cost <= mostCost && state != dead)
-            open.push({cost, order++, state, at, built});
-    };
-    push(0, start, 0, QString());
-    while (!open.empty() && static_cast<int>(found.size()) < most) {
-        const Step step = open.top();
-        open.pop();
-        if (++visits[{step.state, step.at}] > most)
-            continue;
-        const bool isAtEnd = step.at == text.size();
-        if (isAtEnd && m_accepted[step.state] != 0 &&
-            std::none_of(found.begin(), found.end(), [&](const NearText &one) { return one.text == step.built; }))
-            found.push_back({step.built, step.cost});
-        const PositionEdits &here = edits[static_cast<std::size_t>(step.at)];
-        for (const CharacterEdit &edit : here.insertions)
-            push(step.cost + edit.cost, next(step.state, edit.character.unicode()), step.at,
-                 step.built + edit.character);
-        if (isAtEnd)
-            continue;
-        const QChar own = text.at(step.at);
-        push(step.cost, next(step.state, own.unicode()), step.at + 1, step.built + own);
-        for (const CharacterEdit &edit : here.replacements)
-            push(step.cost + edit.cost, next(step.state, edit.character.unicode()), step.at + 1,
-                 step.built + edit.character);
-        if (here.removalCost > 0)
-            push(step.cost + here.removalCost, step.state, step.at + 1, step.built);
-    }
-    return found;
 }
 
 } // namespace label

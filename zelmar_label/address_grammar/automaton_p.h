@@ -23,20 +23,41 @@ struct CharacterEdit
     int cost;
 };
 
-/// The changes that a search may make at one position of a text. The last position is the end of the text, where only
-/// insertions count.
+/// The changes that a search may make at one position of a text, and their costs; 0 for a change that it may not make.
+/// The last position is the end of the text, where only insertions count.
 struct PositionEdits
 {
     std::vector<CharacterEdit> replacements;
     std::vector<CharacterEdit> insertions; ///< before the position
-    int removalCost = 0;                   ///< 0 for a character that must stay
+    int removalCost = 0;
+    /// Replacement by, and insertion of, a character that the automaton tells apart from others; digits only at the
+    /// end.
+    int otherCost = 0;
+    int missingCost = 0;
+    /// Each character after the first one that is missing at the end of the text.
+    int moreMissingCost = 0;
+    /// Exchange with the next character.
+    int swapCost = 0;
+    /// Removal of this character and all that follow.
+    int restCost = 0;
 };
 
-/// A text that an automaton accepts, and the cost of changing another text into it.
+/// A change that turns a text into another.
+struct TextChange
+{
+    enum class Kind { None, Replaced, Inserted, Removed, Swapped };
+
+    Kind kind = Kind::None;
+    int position = 0; ///< in the text before any change
+    QChar character;  ///< the new one, if any
+};
+
+/// A text that an automaton accepts, the cost of changing another text into it, and the first change.
 struct NearText
 {
     QString text;
-    int cost;
+    int cost = 0;
+    TextChange change;
 };
 
 /// A deterministic automaton that reads texts of UTF-16 code units for up to 64 expressions at once. Immutable; any
@@ -76,6 +97,9 @@ public:
 
     int countStates() const { return static_cast<int>(m_accepted.size()); }
 
+    /// One code unit, or mark, of each set that no expression divides; an ASCII one if there is any.
+    const std::vector<uint> &units() const { return m_units; }
+
     /// The ASCII characters that may follow in this state.
     QString following(State state) const;
 
@@ -92,7 +116,8 @@ public:
     bool hasAmbiguousMarks() const;
 
     /// Accepted texts near `text`, at most `most`, the lowest cost first, none above `mostCost`. `edits` has an entry
-    /// for each character and one for the end.
+    /// for each character and one for the end. Of the texts with the same kind of first change at the same position
+    /// only the first; an accepted text is not made longer.
     std::vector<NearText> near(QStringView text, const std::vector<PositionEdits> &edits, int mostCost, int most) const;
 
 private:
@@ -115,7 +140,6 @@ private:
 
     std::array<uchar, 128> m_ascii = {};
     std::vector<ClassRun> m_beyondAscii;
-    /// One unit of each class, an ASCII one if there is any.
     std::vector<uint> m_units;
     uint m_classes = 0;
     std::vector<State> m_next;

@@ -10,7 +10,6 @@ namespace label {
 
 namespace {
 
-using Kind = AddressDiagnosis::Kind;
 using Slip = AddressDiagnosis::Slip;
 
 /// The text of one diagnosis. Sentences are whole, because word order depends on the language.
@@ -21,157 +20,143 @@ class Words
 public:
     explicit Words(const AddressDiagnosis &diagnosis)
         : m_diagnosis(diagnosis)
+        , m_row(diagnosis.row)
     {
     }
 
     QString sentence() const
     {
-        QString fault = m_diagnosis.slip == Slip::None ? faultSentence() : slipSentence();
-        if (!m_diagnosis.isUnchecked || m_diagnosis.kind == Kind::FamilyName)
+        const AddressDiagnosis::TypingError *const error = m_diagnosis.typingError();
+        const QString fault =
+            error ? slipSentence(*error) : std::visit([this](const auto &one) { return of(one); }, m_diagnosis.reason);
+        if (!m_diagnosis.isUnchecked || m_diagnosis.kind() == AddressDiagnosis::Kind::FamilyName)
             return fault;
         return tr("%1, yet labels take it unchecked").arg(fault);
     }
 
 private:
-    QString faultSentence() const
-    {
-        switch (m_diagnosis.kind) {
-        case Kind::Accepted:
-            return QString();
-        case Kind::Empty:
-            return tr("the address is empty");
-        case Kind::UnknownFront:
-        case Kind::Incomplete:
-        case Kind::UnexpectedCharacter:
-            return textSentence();
-        case Kind::UnknownFamilyMember:
-        case Kind::FamilyName:
-        case Kind::StationBeforeFamily:
-            return familySentence();
-        case Kind::StationNotNumber:
-            return m_diagnosis.station.isEmpty()
-                       ? tr("the station number in front of \"-\" is missing")
-                       : tr("the station \"%1\" is no decimal number").arg(m_diagnosis.station);
-        case Kind::BitBeyondWord:
-            return tr("bit %1 is beyond the last bit of %2, %3").arg(m_diagnosis.number, format(), m_diagnosis.limit);
-        case Kind::NoBits:
-            if (m_diagnosis.rowType == BitType)
-                return tr("%1 is a bit itself; the address ends before position %2")
-                    .arg(m_diagnosis.address.left(m_diagnosis.position), position());
-            return tr("the bits of %1 cannot be addressed; the address ends before position %2")
-                .arg(format(), position());
-        case Kind::WrongType:
-            return wrongTypeSentence();
-        default:
-            return numberSentence();
-        }
-    }
+    QString of(const AddressDiagnosis::Accepted &) const { return QString(); }
 
-    QString textSentence() const
+    QString of(const AddressDiagnosis::Empty &) const { return tr("the address is empty"); }
+
+    QString of(const AddressDiagnosis::UnknownFront &fault) const
     {
-        if (m_diagnosis.kind == Kind::Incomplete)
-            return tr("%1 expects %2 at position %3, where the address ends").arg(format(), expectation(), position());
-        if (m_diagnosis.kind == Kind::UnexpectedCharacter)
-            return tr("%1 expects %2 at position %3, not \"%4\"")
-                .arg(format(), expectation(), position(), m_diagnosis.address.mid(m_diagnosis.position, 1));
-        const QString front = m_diagnosis.address.left(m_diagnosis.position + 1);
+        const QString front = m_diagnosis.address.left(fault.position + 1);
         if (m_diagnosis.type == anyType)
             return tr("no format begins with \"%1\"").arg(front);
         return m_diagnosis.type == BitType ? tr("no bit format begins with \"%1\"").arg(front)
                                            : tr("no register format begins with \"%1\"").arg(front);
     }
 
-    QString slipSentence() const
+    QString of(const AddressDiagnosis::UnknownFamilyMember &) const
     {
-        const QString &written = m_diagnosis.written;
-        const QString &meant = m_diagnosis.meant;
-        switch (m_diagnosis.slip) {
-        case Slip::LetterCase:
-            return tr("\"%1\" at position %2 should be \"%3\": letter case counts").arg(written, position(), meant);
-        case Slip::Blank:
-            return tr("there is a blank at position %1").arg(position());
-        case Slip::LetterForDigit:
-            return tr("the letter \"%1\" at position %2 should be the digit %3").arg(written, position(), meant);
-        case Slip::DigitForLetter:
-            return tr("the digit %1 at position %2 should be the letter \"%3\"").arg(written, position(), meant);
-        case Slip::NotAscii:
-            return tr("\"%1\" at position %2 only looks like \"%3\"").arg(written, position(), meant);
-        case Slip::DigitOutsideRadix:
-            return m_diagnosis.radix == 8
-                       ? tr("%1 at position %2 is no octal digit; the numbers of %3 are octal")
-                             .arg(written, position(), format())
-                       : tr("%1 at position %2 is no digit of radix %4, in which the numbers of %3 are written")
-                             .arg(written, position(), format(), QString::number(m_diagnosis.radix));
-        case Slip::MissingSeparator:
-            return tr("\"%1\" is missing at position %2").arg(meant, position());
-        case Slip::WrongSeparator:
-            return tr("\"%1\" at position %2 should be \"%3\"").arg(written, position(), meant);
-        case Slip::None:
-            break;
-        }
-        return QString();
+        const QString &address = m_diagnosis.address;
+        return m_row.description.isEmpty()
+                   ? tr("no format of the %1 family takes \"%2\"").arg(format(), address)
+                   : tr("no format of the %1 family takes \"%2\"; one is %3").arg(format(), address, m_row.description);
     }
 
-    QString numberSentence() const
+    QString of(const AddressDiagnosis::FamilyNumber &fault) const
     {
-        switch (m_diagnosis.kind) {
-        case Kind::AboveLast:
-            return tr("number %1 is above %2's last, %3").arg(m_diagnosis.number, format(), inRadix(m_diagnosis.limit));
-        case Kind::BelowFirst:
-            return tr("number %1 is below %2's first, %3")
-                .arg(m_diagnosis.number, format(), inRadix(m_diagnosis.limit));
-        case Kind::NumberTooLong:
-            return tr("number %1 is too long; %2's last is %3")
-                .arg(m_diagnosis.number, format(), inRadix(m_diagnosis.limit));
-        case Kind::LimitsUnreadable:
-            return tr("the limits of %1 in the driver database, \"%2\" and \"%3\", are no numbers of its radix")
-                .arg(format(), m_diagnosis.first, m_diagnosis.last);
-        case Kind::NumberRefused:
-            return tr("%1 has no number %2").arg(format(), m_diagnosis.number);
-        default:
-            return alignmentSentence();
-        }
+        return fault.isTooHigh
+                   ? tr("%1 number %2 is too high; the last is %3").arg(format(), fault.number, fault.limit)
+                   : tr("%1 number %2 is too low; the first is %3").arg(format(), fault.number, fault.limit);
     }
 
-    QString alignmentSentence() const
+    QString of(const AddressDiagnosis::FamilyName &) const
     {
-        const QString &number = m_diagnosis.number;
-        const QStringList &nearest = m_diagnosis.nearest;
-        if (m_diagnosis.limit.isEmpty())
-            return tr("number %1 is not aligned as %2 demands").arg(number, format());
+        return tr("\"%1\" is the name of a family of formats and no address; the family is %2")
+            .arg(m_diagnosis.address, m_row.description);
+    }
+
+    QString of(const AddressDiagnosis::StationBeforeFamily &) const
+    {
+        return tr("%1 is new, and is recognised only without a station in front").arg(format());
+    }
+
+    QString of(const AddressDiagnosis::StationNotNumber &) const
+    {
+        return m_diagnosis.station.isEmpty() ? tr("the station number in front of \"-\" is missing")
+                                             : tr("the station \"%1\" is no decimal number").arg(m_diagnosis.station);
+    }
+
+    QString of(const AddressDiagnosis::Incomplete &fault) const
+    {
+        if (fault.expected.isEmpty())
+            return tr("%1 is longer; the address ends at position %2").arg(format(), counted(fault.position));
+        return tr("%1 expects %2 at position %3, where the address ends")
+            .arg(format(), expectation(fault.expected, false), counted(fault.position));
+    }
+
+    QString of(const AddressDiagnosis::UnexpectedCharacter &fault) const
+    {
+        const QString position = counted(fault.position);
+        const QString character = m_diagnosis.address.mid(fault.position, 1);
+        if (fault.expected.isEmpty() && !fault.mayEnd)
+            return tr("%1 has no \"%2\" at position %3").arg(format(), character, position);
+        return tr("%1 expects %2 at position %3, not \"%4\"")
+            .arg(format(), expectation(fault.expected, fault.mayEnd), position, character);
+    }
+
+    QString of(const AddressDiagnosis::AboveLast &fault) const
+    {
+        return tr("number %1 is above %2's last, %3").arg(fault.number, format(), inRadix(fault.last));
+    }
+
+    QString of(const AddressDiagnosis::BelowFirst &fault) const
+    {
+        return tr("number %1 is below %2's first, %3").arg(fault.number, format(), inRadix(fault.first));
+    }
+
+    QString of(const AddressDiagnosis::NotAligned &fault) const
+    {
+        const QStringList &nearest = fault.nearest;
+        if (fault.group.isEmpty())
+            return tr("number %1 is not aligned as %2 demands").arg(fault.number, format());
         const QString multiple =
-            inRadix(m_diagnosis.remainder.isEmpty() ? m_diagnosis.limit
-                                                    : tr("%1 plus %2").arg(m_diagnosis.limit, m_diagnosis.remainder));
+            inRadix(fault.remainder.isEmpty() ? fault.group : tr("%1 plus %2").arg(fault.group, fault.remainder));
         if (nearest.isEmpty())
-            return tr("number %1 is not a multiple of %2").arg(number, multiple);
-        return nearest.size() == 1 ? tr("number %1 is not a multiple of %2; %3 is").arg(number, multiple, nearest.at(0))
-                                   : tr("number %1 is not a multiple of %2; %3 and %4 are")
-                                         .arg(number, multiple, nearest.at(0), nearest.at(1));
+            return tr("number %1 is not a multiple of %2").arg(fault.number, multiple);
+        return nearest.size() == 1
+                   ? tr("number %1 is not a multiple of %2; %3 is").arg(fault.number, multiple, nearest.at(0))
+                   : tr("number %1 is not a multiple of %2; %3 and %4 are")
+                         .arg(fault.number, multiple, nearest.at(0), nearest.at(1));
     }
 
-    QString familySentence() const
+    QString of(const AddressDiagnosis::NumberTooLong &fault) const
     {
-        const QString &address = m_diagnosis.address;
-        if (m_diagnosis.kind == Kind::FamilyName)
-            return tr("\"%1\" is the name of a family of formats and no address; the family is %2")
-                .arg(address, m_diagnosis.description);
-        if (m_diagnosis.kind == Kind::StationBeforeFamily)
-            return tr("%1 is new, and is recognised only without a station in front").arg(format());
-        if (m_diagnosis.limit.isEmpty())
-            return m_diagnosis.description.isEmpty()
-                       ? tr("no format of the %1 family takes \"%2\"").arg(format(), address)
-                       : tr("no format of the %1 family takes \"%2\"; one is %3")
-                             .arg(format(), address, m_diagnosis.description);
-        return m_diagnosis.number.toDouble() > m_diagnosis.limit.toDouble()
-                   ? tr("%1 number %2 is too high; the last is %3").arg(format(), m_diagnosis.number, m_diagnosis.limit)
-                   : tr("%1 number %2 is too low; the first is %3")
-                         .arg(format(), m_diagnosis.number, m_diagnosis.limit);
+        return tr("number %1 is too long; %2's last is %3").arg(fault.number, format(), inRadix(fault.last));
     }
 
-    QString wrongTypeSentence() const
+    QString of(const AddressDiagnosis::LimitsUnreadable &) const
+    {
+        return tr("the limits of %1 in the driver database, \"%2\" and \"%3\", are no numbers of its radix")
+            .arg(format(), m_row.first, m_row.last);
+    }
+
+    QString of(const AddressDiagnosis::NumberRefused &fault) const
+    {
+        return tr("%1 has no number %2").arg(format(), fault.number);
+    }
+
+    QString of(const AddressDiagnosis::BitBeyondWord &fault) const
+    {
+        return tr("bit %1 is beyond the last bit of %2, %3").arg(fault.bit, format(), fault.last);
+    }
+
+    QString of(const AddressDiagnosis::NoBits &fault) const
+    {
+        if (m_row.type == BitType)
+            return tr("%1 is a bit itself; the address ends before position %2")
+                .arg(m_diagnosis.address.left(fault.position), counted(fault.position));
+        return tr("the bits of %1 cannot be addressed; the address ends before position %2")
+            .arg(format(), counted(fault.position));
+    }
+
+    QString of(const AddressDiagnosis::WrongType &) const
     {
         const QString &address = m_diagnosis.address;
-        switch (m_diagnosis.rowType) {
+        switch (m_row.type) {
         case BitType:
             return tr("%1 is a bit, not a register").arg(address);
         case ByteType:
@@ -189,13 +174,46 @@ private:
         }
     }
 
-    QString format() const { return m_diagnosis.format.isEmpty() ? tr("the format") : m_diagnosis.format; }
+    QString slipSentence(const AddressDiagnosis::TypingError &error) const
+    {
+        const QString &written = error.written;
+        const QString &meant = error.meant;
+        const QString position = counted(error.position);
+        switch (error.slip) {
+        case Slip::LetterCase:
+            return tr("\"%1\" at position %2 should be \"%3\": letter case counts").arg(written, position, meant);
+        case Slip::Blank:
+            return tr("there is a blank at position %1").arg(position);
+        case Slip::LetterForDigit:
+            return tr("the letter \"%1\" at position %2 should be the digit %3").arg(written, position, meant);
+        case Slip::DigitForLetter:
+            return tr("the digit %1 at position %2 should be the letter \"%3\"").arg(written, position, meant);
+        case Slip::NotAscii:
+            return tr("\"%1\" at position %2 only looks like \"%3\"").arg(written, position, meant);
+        case Slip::DigitOutsideRadix:
+            return m_row.radix == 8
+                       ? tr("%1 at position %2 is no octal digit; the numbers of %3 are octal")
+                             .arg(written, position, format())
+                       : tr("%1 at position %2 is no digit of radix %4, in which the numbers of %3 are written")
+                             .arg(written, position, format(), QString::number(m_row.radix));
+        case Slip::MissingSeparator:
+            return tr("\"%1\" is missing at position %2").arg(meant, position);
+        case Slip::WrongSeparator:
+            return tr("\"%1\" at position %2 should be \"%3\"").arg(written, position, meant);
+        case Slip::None:
+            break;
+        }
+        return QString();
+    }
 
-    QString position() const { return QString::number(m_diagnosis.position + 1); }
+    QString format() const { return m_row.format.isEmpty() ? tr("the format") : m_row.format; }
+
+    /// A position as users count it.
+    static QString counted(int position) { return QString::number(position + 1); }
 
     QString inRadix(const QString &number) const
     {
-        switch (m_diagnosis.radix) {
+        switch (m_row.radix) {
         case 10:
             return number;
         case 8:
@@ -203,15 +221,14 @@ private:
         case 16:
             return tr("%1 (hexadecimal)").arg(number);
         default:
-            return tr("%1 (radix %2)").arg(number, QString::number(m_diagnosis.radix));
+            return tr("%1 (radix %2)").arg(number, QString::number(m_row.radix));
         }
     }
 
-    QString expectation() const
+    static QString expectation(QString characters, bool mayEnd)
     {
         constexpr int almostAll = 70;
         constexpr int mostNamed = 8;
-        QString characters = m_diagnosis.expected;
         QStringList parts;
         if (characters.size() > almostAll) {
             parts.append(tr("any character"));
@@ -224,7 +241,7 @@ private:
                     parts.append(tr("\"%1\"").arg(character));
             }
         }
-        if (parts.isEmpty() || m_diagnosis.mayEnd)
+        if (parts.isEmpty() || mayEnd)
             parts.append(tr("the end of the address"));
         return alternatives(parts);
     }
@@ -265,13 +282,14 @@ private:
     }
 
     const AddressDiagnosis &m_diagnosis;
+    const AddressDiagnosis::RowFacts &m_row;
 };
 
 } // namespace
 
 QString diagnosisSentence(const AddressDiagnosis &diagnosis)
 {
-    return diagnosis.kind == Kind::Accepted ? QString() : Words(diagnosis).sentence();
+    return diagnosis.kind() == AddressDiagnosis::Kind::Accepted ? QString() : Words(diagnosis).sentence();
 }
 
 } // namespace label

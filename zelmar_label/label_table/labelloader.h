@@ -23,6 +23,13 @@ struct FamilyForm;
 struct DynamicLabelItem;
 struct DynamicMember;
 
+/// A row that a form of a dynamic family uses as template.
+struct FamilyTemplate
+{
+    const FamilyForm *form;
+    int row;
+};
+
 /// A label for one device table. A creator may extend the table during use.
 ///
 /// Any number of threads may call the operations of `LabelInterface`, `judge` and `canonicalAddress` at once. Set
@@ -59,6 +66,9 @@ public:
     /// Sets what `getBlockCommandMaxSize` and `getBitCommandMaxSize` return. Accepts any number.
     void setMaxBlockSize(int size);
     void setMaxBitBlockSize(int size);
+
+    /// The template rows, with the forms of the creator's family; none for a creator that is no `FamilyCreator`.
+    const std::vector<FamilyTemplate> &familyTemplates() const { return m_templates; }
 
     /// \name Judging addresses
     ///@{
@@ -133,14 +143,7 @@ public:
 
 private:
     Q_DISABLE_COPY(LabelLoader)
-    friend class AddressJudge;
-
-    /// A row that a form of the creator's family uses as template.
-    struct FamilyTemplate
-    {
-        const FamilyForm *form;
-        int row;
-    };
+    friend class LabelView;
 
     void findTemplates();
 

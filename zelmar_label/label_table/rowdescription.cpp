@@ -4,19 +4,46 @@
 #include "zelmar_label/label_table/rowdescription_p.h"
 
 #include "zelmar_label/address_grammar/commandformatter.h"
+#include "zelmar_label/label_table/addressfamily.h"
+#include "zelmar_label/label_table/labelloader.h"
 #include "zelmar_label/label_table/labeltype.h"
-
-#include <algorithm>
+#include "zelmar_label/label_table/numberfault_p.h"
 
 namespace label {
 
-bool isFamilyTemplate(const CommandFormatter &row)
+namespace {
+
+/// Shortest texts of a pattern that begin with `front`, the shortest first.
+std::vector<NearText> shortestTexts(const Pattern &pattern, const QString &front)
 {
-    const QString pattern = row.pattern();
-    return !pattern.isEmpty() && std::all_of(pattern.begin(), pattern.end(), [](QChar character) {
-        return character.isLetterOrNumber() || character == QLatin1Char('_');
-    });
+    constexpr int longestEnd = 40;
+    constexpr int most = 8;
+    if (!pattern.automaton())
+        return {};
+    std::vector<PositionEdits> edits(static_cast<std::size_t>(front.size()) + 1);
+    edits.back().missingCost = 1;
+    edits.back().moreMissingCost = 1;
+    return pattern.automaton()->near(front, edits, longestEnd, most);
 }
+
+/// A shortest address with which a form uses the template row.
+QString exampleOfFamily(const CommandFormatter &row, const std::vector<FamilyTemplate> &families)
+{
+    constexpr int most = 64;
+    for (const FamilyTemplate &family : families) {
+        const Pattern &pattern = family.form->pattern;
+        const QStringList samples =
+            family.form->mayHaveTemplate(row.pattern()) ? pattern.automaton()->samples(most) : QStringList();
+        for (const QString &sample : samples) {
+            const TextPlace element = pattern.countGroups() > 1 ? pattern.group(2, sample) : TextPlace();
+            if (family.form->isTemplate(QStringView(sample).mid(qMax(0, element.start), element.size), row.pattern()))
+                return sample;
+        }
+    }
+    return row.prefixSymbol() + row.start();
+}
+
+} // namespace
 
 QString formatName(const CommandFormatter &row)
 {
@@ -35,15 +62,18 @@ QString shortName(const QString &description, const QString &symbol, const QStri
     return symbol;
 }
 
-QString exampleAddress(const CommandFormatter &row)
+QString exampleAddress(const CommandFormatter &row, const std::vector<FamilyTemplate> &families)
 {
-    const QString mark = QStringLiteral("e.g. ");
-    const QString description = row.formatString();
-    const int found = description.lastIndexOf(mark);
-    QString example = found < 0 ? QString() : description.mid(found + mark.size()).section(QLatin1Char(' '), 0, 0);
-    while (!example.isEmpty() && QStringLiteral(".,;)").contains(example.at(example.size() - 1)))
-        example.chop(1);
-    return example.isEmpty() ? row.prefixSymbol() + row.start() : example;
+    if (row.isFamilyTemplate())
+        return exampleOfFamily(row, families);
+    for (const QString &front : {row.prefixSymbol(), QString()}) {
+        for (const NearText &near : shortestTexts(row.compiledPattern(), front)) {
+            const QString valid = withValidNumber(row, near.text);
+            if (!valid.isEmpty())
+                return valid;
+        }
+    }
+    return row.prefixSymbol() + row.start();
 }
 
 QString dataTypeWord(int type)

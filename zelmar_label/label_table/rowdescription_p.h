@@ -6,12 +6,12 @@
 
 #include <QString>
 
+#include <vector>
+
 namespace label {
 
 class CommandFormatter;
-
-/// True when the row is the template of a dynamic family: its pattern is a plain name, not an expression.
-bool isFamilyTemplate(const CommandFormatter &row);
+struct FamilyTemplate;
 
 /// The name of a row with these texts: the concrete symbol on a row of a dynamic family, else the form at the start of
 /// the description ("Dn.b: bit of a register"), else the symbol, which may be empty.
@@ -20,8 +20,9 @@ QString shortName(const QString &description, const QString &symbol, const QStri
 /// As above; "the format" for a row without any name.
 QString formatName(const CommandFormatter &row);
 
-/// An address of the row's format: the one after "e.g." in its description, else its symbol with its first number.
-QString exampleAddress(const CommandFormatter &row);
+/// A shortest address of the row, with a valid number. For the template row of a family, one that a form of `families`
+/// has. Without any, the row's symbol and first number.
+QString exampleAddress(const CommandFormatter &row, const std::vector<FamilyTemplate> &families);
 
 /// "bit", "byte", "word", "double word", "quad word", "text"; "type 7" for a type without a name.
 QString dataTypeWord(int type);

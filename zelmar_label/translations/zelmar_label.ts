@@ -287,6 +287,14 @@ p, li { white-space: pre-wrap; }
         <comment>the last of a list of alternatives</comment>
         <translation type="unfinished"></translation>
     </message>
+    <message>
+        <source>%1 is longer; the address ends at position %2</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 has no &quot;%2&quot; at position %3</source>
+        <translation type="unfinished"></translation>
+    </message>
 </context>
 <context>
     <name>AddressPicker</name>

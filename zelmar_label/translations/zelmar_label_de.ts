@@ -290,6 +290,14 @@ p, li { white-space: pre-wrap; }
         <comment>the last of a list of alternatives</comment>
         <translation>%1 oder %2</translation>
     </message>
+    <message>
+        <source>%1 is longer; the address ends at position %2</source>
+        <translation>%1 ist länger; die Adresse endet an Stelle %2</translation>
+    </message>
+    <message>
+        <source>%1 has no &quot;%2&quot; at position %3</source>
+        <translation>%1 hat kein „%2“ an Stelle %3</translation>
+    </message>
 </context>
 <context>
     <name>AddressPicker</name>
