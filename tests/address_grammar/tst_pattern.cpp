@@ -33,6 +33,7 @@ private Q_SLOTS:
     void isGroupOptional();
     void leavesToTheExpression_data();
     void leavesToTheExpression();
+    void doesNotReadTooManyLookaheads();
     void isInvalid_data();
     void isInvalid();
     void isThePatternOfTheEmptyTextAtFirst();
@@ -379,6 +380,14 @@ void TestPattern::leavesToTheExpression()
     verifyNoDifference(pattern, other);
 }
 
+/// `QRegExp` loses memory here: it is not asked.
+void TestPattern::doesNotReadTooManyLookaheads()
+{
+    QVERIFY(label::PatternSyntax(QStringLiteral("(?!b)").repeated(13) + QStringLiteral("a")).tree);
+    QVERIFY(!label::PatternSyntax(QStringLiteral("(?!b)").repeated(14) + QStringLiteral("a")).tree);
+    QVERIFY(!label::PatternSyntax(QStringLiteral("(?:(?=a).){14}")).tree);
+}
+
 void TestPattern::isInvalid_data()
 {
     QTest::addColumn<QString>("pattern");
@@ -392,8 +401,6 @@ void TestPattern::isInvalid_data()
     QTest::newRow("a range beyond the largest") << "a{1,1025}";
     QTest::newRow("a reversed range of counts") << "a{2,1}";
     QTest::newRow("an open count") << "a{1";
-    QTest::newRow("too many lookaheads") << QStringLiteral("(?!b)").repeated(14) + QStringLiteral("a");
-    QTest::newRow("too many repeated lookaheads") << "(?:(?=a).){14}";
     QTest::newRow("a repetition of nothing") << "*";
     QTest::newRow("a backslash at the end") << "a\\";
     QTest::newRow("an unknown group") << "(?<a>b)";

@@ -3,6 +3,7 @@
 
 #include "support/patterncomparison.h"
 #include "support/randomcases.h"
+#include "zelmar_label/address_grammar/patternsyntax_p.h"
 
 #include <QtTest>
 
@@ -16,34 +17,45 @@ int patternCount()
     return isSet ? count : 500;
 }
 
-const QStringList &randomAtoms()
+QString randomPattern(Random &random, int depth, bool hasLookaheads);
+
+/// `QRegExp` counts a lookahead in a repeated part more than once, and loses memory when it counts too many.
+QString randomGroup(Random &random, int depth, bool hasLookaheads)
 {
-    static const QStringList atoms = {"D",     "X",     "0",      "1",       "a",     "\\d",     "\\d",   ".",
-                                      "[0-7]", "[A-F]", "[^x]",   "\\w",     "\\D",   "\\s",     "[a-]",  "[]a]",
-                                      "\\.",   ":",     "[\\dA]", "\\x0041", "[F-A]", "[^\\d.]", "(?=D)", "(?!1)"};
-    return atoms;
+    static const QStringList openings = {"(", "(", "(?:"};
+    static const QStringList counts = {"?", "*", "+", "{2}", "{0,2}", "{1,}", "{,3}"};
+    if (hasLookaheads && random.chance(30))
+        return (random.chance(50) ? "(?=" : "(?!") + randomPattern(random, depth - 1, true) + QLatin1Char(')');
+    const bool isRepeated = random.chance(60);
+    return random.pick(openings) + randomPattern(random, depth - 1, hasLookaheads && !isRepeated) + QLatin1Char(')') +
+           (isRepeated ? random.pick(counts) : QString());
 }
 
-QString randomPattern(Random &random, int depth);
-
-QString randomPart(Random &random, int depth)
+QString randomPart(Random &random, int depth, bool hasLookaheads)
 {
-    static const QStringList openings = {"(", "(", "(?:", "(?=", "(?!"};
-    static const QStringList counts = {"", "", "", "?", "*", "+", "{2}", "{0,2}", "{1,}", "{,3}"};
-    if (depth <= 0 || random.chance(45))
-        return random.pick(randomAtoms()) + (random.chance(30) ? random.pick(counts) : QString());
-    const QString opening = random.pick(openings);
-    // A repeated lookahead is rarely read.
-    const bool isAhead = opening.size() == 3 && opening != QLatin1String("(?:");
-    return opening + randomPattern(random, depth - 1) + QLatin1Char(')') + (isAhead ? QString() : random.pick(counts));
+    static const QStringList atoms = {"D",     "X",     "0",      "1",       "a",     "\\d",    "\\d",  ".",
+                                      "[0-7]", "[A-F]", "[^x]",   "\\w",     "\\D",   "\\s",    "[a-]", "[]a]",
+                                      "\\.",   ":",     "[\\dA]", "\\x0041", "[F-A]", "[^\\d.]"};
+    static const QStringList counts = {"", "", "", "", "?", "*", "+", "{2}", "{0,2}"};
+    if (depth > 0 && random.chance(55))
+        return randomGroup(random, depth, hasLookaheads);
+    return random.pick(atoms) + random.pick(counts);
 }
 
-QString randomPattern(Random &random, int depth)
+QString randomPattern(Random &random, int depth, bool hasLookaheads)
 {
     QString pattern;
     for (int left = 1 + random.below(3); left > 0; --left)
-        pattern += randomPart(random, depth);
-    return random.chance(25) ? pattern + QLatin1Char('|') + randomPart(random, depth) : pattern;
+        pattern += randomPart(random, depth, hasLookaheads);
+    return random.chance(25) ? pattern + QLatin1Char('|') + randomPart(random, depth, hasLookaheads) : pattern;
+}
+
+/// False for a pattern that takes long, or that has more lookaheads than `QRegExp` reads.
+bool isWorthComparing(const QString &pattern)
+{
+    constexpr int longest = 50;
+    const int lookaheads = pattern.count(QLatin1String("(?=")) + pattern.count(QLatin1String("(?!"));
+    return pattern.size() <= longest && lookaheads <= label::mostLookaheads;
 }
 
 QString anchored(Random &random, const QString &pattern)
@@ -128,7 +140,11 @@ void TestPatternRandom::nestedPatterns()
 
     Random random(seed);
     for (int count = patternCount(); count > 0; --count) {
-        compare(random, anchored(random, randomPattern(random, 4)), {QStringLiteral("D1")});
+        QString pattern;
+        do
+            pattern = anchored(random, randomPattern(random, 4, true));
+        while (!isWorthComparing(pattern));
+        compare(random, pattern, {QStringLiteral("D1")});
         if (QTest::currentTestFailed())
             return;
     }
