@@ -50,6 +50,12 @@ public:
     /// The number that the rule reads in a range string; -1 when there is none that fits an `int`.
     int number(QStringView range) const;
 
+    /// True when the limits are known and the number is within them, and aligned on a register row.
+    bool isValid(int number) const
+    {
+        return first && last && *first <= number && number <= *last && (isBit() || rule.isAligned(number));
+    }
+
     /// The bit that the rule reads in the range string of a bit row; -1 when there is none.
     int bit(QStringView range) const;
 

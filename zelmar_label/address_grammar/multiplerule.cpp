@@ -58,6 +58,28 @@ private:
     }
 };
 
+/// `unit` as a small letter; ASCII without a look into the tables of Unicode.
+QChar smallLetter(QChar unit)
+{
+    if (unit.unicode() >= 128)
+        return unit.toLower();
+    return unit >= QLatin1Char('A') && unit <= QLatin1Char('Z') ? QChar(unit.unicode() | 0x20) : unit;
+}
+
+/// The index of `part` in a text whose units are changed by `map`; -1 for none.
+template<typename Map>
+qsizetype placeOf(QStringView part, QStringView text, Map map)
+{
+    for (qsizetype at = 0; at + part.size() <= text.size(); ++at) {
+        qsizetype same = 0;
+        while (same < part.size() && map(text.at(at + same)) == part.at(same))
+            ++same;
+        if (same == part.size())
+            return at;
+    }
+    return -1;
+}
+
 bool holds(const QString &text, const QString &expression)
 {
     return QRegExp(expression).indexIn(text) >= 0;
@@ -198,15 +220,7 @@ void MultipleRule::parseAlignment(bool isCompound)
 /// The index of the separator text in any letter case; -1 for none.
 qsizetype MultipleRule::separatorAt(QStringView range) const
 {
-    const QStringView separator(m_splitString);
-    for (qsizetype at = 0; at + separator.size() <= range.size(); ++at) {
-        qsizetype same = 0;
-        while (same < separator.size() && range.at(at + same).toLower() == separator.at(same))
-            ++same;
-        if (same == separator.size())
-            return at;
-    }
-    return -1;
+    return placeOf(m_splitString, range, [](QChar unit) { return smallLetter(unit); });
 }
 
 /// The word part in the letter case of the range string, without appended digits.
@@ -255,11 +269,12 @@ QStringView MultipleRule::bitView(QStringView range) const
         return range.right(qMin<qsizetype>(range.size(), lastDigits()));
     if (m_splitString.isEmpty())
         return QStringView();
-    const qsizetype first = range.indexOf(m_splitString);
+    const auto same = [](QChar unit) { return unit; };
+    const qsizetype first = placeOf(m_splitString, range, same);
     if (first < 0)
         return QStringView();
     const QStringView behind = range.mid(first + m_splitString.size());
-    const qsizetype second = behind.indexOf(m_splitString);
+    const qsizetype second = placeOf(m_splitString, behind, same);
     return second < 0 ? behind : behind.left(second);
 }
 

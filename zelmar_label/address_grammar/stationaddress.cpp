@@ -16,17 +16,12 @@ bool hasStation(const QString &address)
     return address.contains(separator);
 }
 
-StationSplit splitStation(QStringView address)
+StationSplit splitStationAt(QStringView address, int dash)
 {
-    int first = 0;
-    while (first < address.size() && address.at(first) != separator)
-        ++first;
-    if (first == address.size())
-        return {noStation, address, 0};
-    int second = first + 1;
+    int second = dash + 1;
     while (second < address.size() && address.at(second) != separator)
         ++second;
-    return {readNumber(address.left(first), 10).value_or(0), address.mid(first + 1, second - first - 1), first + 1};
+    return {readNumber(address.left(dash), 10).value_or(0), address.mid(dash + 1, second - dash - 1), dash + 1};
 }
 
 int stationNumber(const QString &address)

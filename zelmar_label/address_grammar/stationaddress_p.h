@@ -21,9 +21,19 @@ struct StationSplit
     int deviceStart = 0;
 };
 
+/// As `splitStation`, with the index of the first "-".
+StationSplit splitStationAt(QStringView address, int dash);
+
 /// The station is the text before the first "-" as a decimal number, 0 if it is none; the device address is the text
 /// between the first and the second "-", or the whole address without a "-".
-StationSplit splitStation(QStringView address);
+inline StationSplit splitStation(QStringView address)
+{
+    for (const QChar &unit : address) {
+        if (unit == QLatin1Char('-'))
+            return splitStationAt(address, static_cast<int>(&unit - address.begin()));
+    }
+    return {noStation, address, 0};
+}
 
 /// True when the address has a "-" and so a station.
 bool hasStation(const QString &address);

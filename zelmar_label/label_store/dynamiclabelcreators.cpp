@@ -27,6 +27,11 @@ FamilyForm form(const QString &pattern, const QString &base, const char *rowPatt
     return {Pattern(pattern), base, false, QString(), text(rowPattern), 0};
 }
 
+AddressFamily noFamilies()
+{
+    return AddressFamily({});
+}
+
 AddressFamily dataBlocks()
 {
     const QString block = text("^(DB0*(?:20(?:4[0-7]|[0-3]\\d)|1\\d{3}|[1-9]\\d{0,2})\\.");
@@ -140,9 +145,9 @@ DynamicLabelCreatorInterface *createDynamicLabelCreator(const QString &driverNam
     return new DefaultCreator;
 }
 
-bool DefaultCreator::create(const QString &, DynamicLabelItem &)
+DefaultCreator::DefaultCreator()
+    : FamilyCreator(familyMadeBy<noFamilies>())
 {
-    return false;
 }
 
 IsoOnTcpCerator::IsoOnTcpCerator()

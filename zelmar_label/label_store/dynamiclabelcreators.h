@@ -16,10 +16,10 @@ namespace label {
 DynamicLabelCreatorInterface *createDynamicLabelCreator(const QString &driverName);
 
 /// Has no family: refuses every address.
-class DefaultCreator : public DynamicLabelCreatorInterface
+class DefaultCreator : public FamilyCreator
 {
 public:
-    bool create(const QString &address, DynamicLabelItem &item) override;
+    DefaultCreator();
 };
 
 /// The data blocks DB1 to DB2047: DB12.DBB4, DB12.DBW4, DB12.DBD4, DB12.DBX4 and DB12.DBX4.7.

@@ -50,7 +50,7 @@ struct FamilyPlace
 class AddressFamily
 {
 public:
-    /// At most 64 forms, each with a pattern that is read into an automaton.
+    /// No form, or up to 64, each with a pattern that is read into an automaton.
     explicit AddressFamily(std::vector<FamilyForm> forms);
 
     const std::vector<FamilyForm> &forms() const { return m_forms; }

@@ -31,12 +31,21 @@ std::string acceptanceOf(const AddressRow &row)
         .toStdString();
 }
 
-bool isWithinLimits(const CommandFormatter &formatter, int number)
+/// True for a row that may write to the debug log, or that a script decides.
+bool isNoisyRow(const CommandFormatter &formatter)
 {
-    const AddressRow &row = formatter.compiledRow();
-    if (formatter.isScripted() || !row.first || !row.last || (!row.isBit() && !row.rule.isAligned(number)))
-        return formatter.isRangeValid(number);
-    return *row.first <= number && number <= *row.last;
+    return formatter.isScripted() || !formatter.firstNumber() || !formatter.lastNumber();
+}
+
+TextPlace rangeIn(QStringView device, const RowLeaf &leaf)
+{
+    return {leaf.rangeStart, static_cast<int>(device.size()) - leaf.rangeStart - leaf.behindRange};
+}
+
+void setRange(AddressVerdict &verdict, TextPlace range)
+{
+    verdict.rangeStart = range.size > 0 ? range.start : -1;
+    verdict.rangeSize = range.size;
 }
 
 } // namespace
@@ -44,7 +53,7 @@ bool isWithinLimits(const CommandFormatter &formatter, int number)
 AddressTable::Row::Row(std::shared_ptr<const CommandFormatter> rowFormatter)
     : formatter(std::move(rowFormatter))
     , type(formatter->type())
-    , isNoisy(formatter->isScripted() || !formatter->firstNumber() || !formatter->lastNumber())
+    , isNoisy(isNoisyRow(*formatter))
     , looksAhead(mayLookAhead(formatter->pattern()))
 {
 }
@@ -99,7 +108,7 @@ int AddressTable::append(std::shared_ptr<const CommandFormatter> formatter)
     if (row.looksAhead)
         add(m_lookingAhead, index);
     if (!joinSame(index)) {
-        if (m_index.add(index, row.formatter->compiledRow()))
+        if (m_index.add(index, row.formatter->compiledRow(), !row.isNoisy))
             m_isCompiled.store(false, std::memory_order_release);
         else
             add(m_alone, index);
@@ -169,40 +178,72 @@ struct AddressTable::Matches
     std::vector<RowLeaf> many;
 };
 
-/// The first row of the type that matches and for which `accepts(row, leaf)` is true.
-template<typename Accepts>
-int AddressTable::firstOf(QStringView device, int type, Accepts accepts) const
+bool AddressTable::findPlain(QStringView device, int type, AddressVerdict &verdict) const
 {
-    compile();
+    if (m_alone.load(std::memory_order_acquire))
+        return false;
+    bool isPlain = true;
+    m_index.visitMatches(device, [&](const RowLeaf &leaf) {
+        isPlain = isPlain && leaf.isPlain;
+        const bool isBefore = verdict.row < 0 || leaf.row < verdict.row;
+        if (!isPlain || !isBefore || !passesTypeFilter(leaf.type, type))
+            return;
+        const TextPlace range = rangeIn(device, leaf);
+        const int number = leaf.facts->number(device.mid(range.start, range.size));
+        if (number != -1 && !leaf.facts->isValid(number))
+            return;
+        verdict.row = leaf.row;
+        verdict.number = number;
+        setRange(verdict, range);
+    });
+    return isPlain;
+}
+
+/// Asks the rows that match in their order, so that they write to the debug log in it.
+void AddressTable::findInTurn(QStringView device, int type, AddressVerdict &verdict) const
+{
     Matches matches;
     m_index.visitMatches(device, [&](const RowLeaf &leaf) { matches.add(leaf); });
     if (const std::vector<int> *const alone = m_alone.load(std::memory_order_acquire)) {
         for (const int index : *alone) {
-            if (at(index).compiledPattern().matches(device))
-                matches.add({index, -1, -1});
+            if (at(index).compiledPattern().matches(device)) {
+                RowLeaf leaf;
+                leaf.row = index;
+                matches.add(leaf);
+            }
         }
     }
     for (const RowLeaf &leaf : matches) {
         const Row &row = rowAt(leaf.row);
         const bool isOfType = passesTypeFilter(row.type, type);
         // A row of the other class still reports unreadable limits.
-        if ((isOfType || row.isNoisy) && accepts(row, leaf) && isOfType)
-            return leaf.row;
+        if ((isOfType || row.isNoisy) && accepts(row, leaf, device, verdict) && isOfType) {
+            verdict.row = leaf.row;
+            return;
+        }
     }
-    return -1;
+}
+
+void AddressTable::find(QStringView device, int type, AddressVerdict &verdict) const
+{
+    compile();
+    verdict.row = -1;
+    if (findPlain(device, type, verdict))
+        return;
+    verdict.row = -1;
+    findInTurn(device, type, verdict);
 }
 
 int AddressTable::first(QStringView device, int type) const
 {
     AddressVerdict verdict;
-    return firstOf(device, type,
-                   [&](const Row &row, const RowLeaf &leaf) { return accepts(row, leaf, device, verdict); });
+    find(device, type, verdict);
+    return verdict.row;
 }
 
 void AddressTable::judge(QStringView device, int type, AddressVerdict &verdict) const
 {
-    verdict.row =
-        firstOf(device, type, [&](const Row &row, const RowLeaf &leaf) { return accepts(row, leaf, device, verdict); });
+    find(device, type, verdict);
     verdict.isAccepted = verdict.row >= 0;
     if (verdict.isAccepted) {
         verdict.bit = bitOf(at(verdict.row), device, {verdict.rangeStart, verdict.rangeSize});
@@ -215,21 +256,21 @@ void AddressTable::judge(QStringView device, int type, AddressVerdict &verdict) 
 
 bool AddressTable::accepts(const Row &row, const RowLeaf &leaf, QStringView device, AddressVerdict &verdict)
 {
-    const TextPlace range = leaf.rangeStart >= 0
-                                ? TextPlace{leaf.rangeStart, int(device.size()) - leaf.rangeStart - leaf.behindRange}
-                                : row.formatter->rangePlace(device);
+    const TextPlace range = leaf.rangeStart >= 0 ? rangeIn(device, leaf) : row.formatter->rangePlace(device);
     return readAddress(*row.formatter, device, range, verdict);
 }
 
 bool AddressTable::readAddress(const CommandFormatter &formatter, QStringView device, TextPlace range,
                                AddressVerdict &verdict)
 {
-    verdict.rangeStart = range.size > 0 ? range.start : -1;
-    verdict.rangeSize = range.size;
+    setRange(verdict, range);
     verdict.number = formatter.isScripted()
                          ? formatter.getAddresRangePart(device.toString())
                          : formatter.compiledRow().number(device.mid(qMax(0, range.start), range.size));
-    return verdict.number == -1 || isWithinLimits(formatter, verdict.number);
+    if (verdict.number == -1)
+        return true;
+    return isNoisyRow(formatter) ? formatter.isRangeValid(verdict.number)
+                                 : formatter.compiledRow().isValid(verdict.number);
 }
 
 int AddressTable::bitOf(const CommandFormatter &formatter, QStringView device, TextPlace range)

@@ -93,8 +93,10 @@ private:
     void add(std::atomic<const std::vector<int> *> &list, int index) const;
     bool joinSame(int index);
     static bool accepts(const Row &row, const RowLeaf &leaf, QStringView device, AddressVerdict &verdict);
-    template<typename Accepts>
-    int firstOf(QStringView device, int type, Accepts accepts) const;
+    /// As `judge`, without the bit. False, with any verdict, when a row matches that must be asked in its turn.
+    bool findPlain(QStringView device, int type, AddressVerdict &verdict) const;
+    void findInTurn(QStringView device, int type, AddressVerdict &verdict) const;
+    void find(QStringView device, int type, AddressVerdict &verdict) const;
 
     static constexpr int firstSegment = 64;
     static constexpr int mostSegments = 24;

@@ -196,7 +196,7 @@ bool mayBranchTwice(const Opening &opening, const PatternNode &rest)
 
 } // namespace
 
-bool RowIndex::add(int index, const AddressRow &row)
+bool RowIndex::add(int index, const AddressRow &row, bool mayBePlain)
 {
     const PatternSyntax syntax(row.columns.pattern);
     if (!syntax.tree)
@@ -208,13 +208,18 @@ bool RowIndex::add(int index, const AddressRow &row)
     if (!opening.isAtStart() && holdsStart(rest->tree))
         return false;
     const GroupPosition position = positionOf(*syntax.tree, group);
-    const bool isPlain = position.isFound && !position.isOptional && !position.isRepeated &&
-                         position.behind.isFixed() && !opening.isGroupClosed() && !mayBranchTwice(opening, rest->tree);
+    const bool isPlaceFixed = position.isFound && !position.isOptional && !position.isRepeated &&
+                              position.behind.isFixed() && !opening.isGroupClosed() &&
+                              !mayBranchTwice(opening, rest->tree);
     for (const Opening::Branch &branch : opening.branches()) {
-        RowLeaf leaf{index, -1, -1};
-        if (isPlain && (branch.groupStart >= 0 || position.before.isFixed())) {
+        RowLeaf leaf;
+        leaf.row = index;
+        leaf.type = row.columns.type;
+        leaf.facts = &row;
+        if (isPlaceFixed && (branch.groupStart >= 0 || position.before.isFixed())) {
             leaf.rangeStart = branch.groupStart >= 0 ? branch.groupStart : position.before.least;
             leaf.behindRange = position.behind.least;
+            leaf.isPlain = mayBePlain;
         }
         Node &node = nodeOf(branch.text);
         if (node.added.empty())
@@ -233,45 +238,58 @@ std::vector<int> RowIndex::compile()
     return tooLarge;
 }
 
+void RowIndex::Tails::add(const Rest *rest, const RowLeaf &leaf)
+{
+    std::size_t place = static_cast<std::size_t>(std::find(rests.begin(), rests.end(), rest) - rests.begin());
+    if (place == rests.size()) {
+        rests.push_back(rest);
+        starts.push_back(starts.back());
+    }
+    leaves.insert(leaves.begin() + starts[place + 1], leaf);
+    for (; place + 1 < starts.size(); ++place)
+        ++starts[place + 1];
+}
+
+std::vector<RowLeaf> RowIndex::Tails::takeLast()
+{
+    rests.pop_back();
+    starts.pop_back();
+    const std::vector<RowLeaf> taken(leaves.begin() + starts.back(), leaves.end());
+    leaves.resize(starts.back());
+    return taken;
+}
+
 void RowIndex::publish(Node &node, std::vector<int> &tooLarge)
 {
     const Tails *const old = node.tails.load(std::memory_order_relaxed);
     auto tails = std::make_unique<Tails>(old ? *old : Tails());
-    for (const auto &[rest, leaf] : node.added) {
-        const auto isSame = [rest = rest](const Tail &tail) { return tail.rest == rest; };
-        const auto known = std::find_if(tails->all.begin(), tails->all.end(), isSame);
-        if (known != tails->all.end()) {
-            known->leaves.push_back(leaf);
-            continue;
-        }
-        tails->all.push_back({rest, {leaf}});
-    }
-    tails->automaton = automatonOf(tails->all);
-    while (!tails->automaton && !tails->all.empty()) {
-        for (const RowLeaf &leaf : tails->all.back().leaves)
-            tooLarge.push_back(leaf.row);
-        tails->all.pop_back();
-        tails->automaton = automatonOf(tails->all);
-    }
+    for (const auto &[rest, leaf] : node.added)
+        tails->add(rest, leaf);
     node.added = {};
-    if (tails->all.empty())
+    tails->automaton = automatonOf(tails->rests);
+    while (!tails->automaton && !tails->rests.empty()) {
+        for (const RowLeaf &leaf : tails->takeLast())
+            tooLarge.push_back(leaf.row);
+        tails->automaton = automatonOf(tails->rests);
+    }
+    if (tails->rests.empty())
         return;
     m_tails.push_back(std::move(tails));
     node.tails.store(m_tails.back().get(), std::memory_order_release);
 }
 
-std::shared_ptr<const Automaton> RowIndex::automatonOf(const std::vector<Tail> &tails)
+std::shared_ptr<const Automaton> RowIndex::automatonOf(const std::vector<const Rest *> &rests)
 {
     std::vector<int> key;
-    for (const Tail &tail : tails)
-        key.push_back(tail.rest->number);
+    for (const Rest *const rest : rests)
+        key.push_back(rest->number);
     std::shared_ptr<const Automaton> &known = m_automata[key];
-    if (known || tails.size() > std::size_t(Automaton::mostExpressions))
+    if (known || rests.size() > std::size_t(Automaton::mostExpressions))
         return known;
     PatternExpressions expressions;
     std::vector<Expression> roots;
-    for (const Tail &tail : tails) {
-        const std::optional<Expression> root = PatternCompiler(expressions, 0).compile(tail.rest->tree);
+    for (const Rest *const rest : rests) {
+        const std::optional<Expression> root = PatternCompiler(expressions, 0).compile(rest->tree);
         if (!root)
             return nullptr;
         roots.push_back(*root);

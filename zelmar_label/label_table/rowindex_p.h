@@ -8,7 +8,9 @@
 #include "zelmar_label/address_grammar/patternsyntax_p.h"
 
 #include <QStringView>
+#include <QtAlgorithms>
 
+#include <algorithm>
 #include <array>
 #include <atomic>
 #include <deque>
@@ -25,10 +27,14 @@ class AddressRow;
 /// A row behind one of the texts that its addresses begin with.
 struct RowLeaf
 {
-    int row;
+    int row = -1;
     /// Where the range string begins, and how many characters follow it; -1 when that depends on the address.
-    int rangeStart;
-    int behindRange;
+    int rangeStart = -1;
+    int behindRange = 0;
+    int type = 0;
+    const AddressRow *facts = nullptr;
+    /// True when the place of the range string and `facts` alone decide, and nothing is written to the debug log.
+    bool isPlain = false;
 };
 
 /// The patterns of all rows of a table as one automaton: a tree over the fixed texts that addresses begin with, and
@@ -42,9 +48,9 @@ public:
     RowIndex() = default;
     Q_DISABLE_COPY(RowIndex)
 
-    /// Adds a row; it is found after the next `compile`. False for a pattern that is not read, which the index does not
-    /// take.
-    bool add(int index, const AddressRow &row);
+    /// Adds a row, which must outlive the index; it is found after the next `compile`. `mayBePlain` is false for a row
+    /// that may write to the debug log. False for a pattern that is not read, which the index does not take.
+    bool add(int index, const AddressRow &row, bool mayBePlain);
 
     /// Compiles what was added since the last call. Returns the rows whose patterns are too large: the index does not
     /// find them, or not behind all their texts.
@@ -79,33 +85,30 @@ private:
         PatternNode tree;
         int number;
     };
-    /// A rest, and the rows that have it behind the text of a node.
-    struct Tail
-    {
-        const Rest *rest;
-        std::vector<RowLeaf> leaves;
-    };
-    /// Immutable once published.
+    /// The rests behind the text of a node, and the rows that have them. Immutable once published.
     struct Tails
     {
-        std::vector<Tail> all;
         std::shared_ptr<const Automaton> automaton;
+        /// Sorted by rest.
+        std::vector<RowLeaf> leaves;
+        /// Where the leaves of each rest begin, and the end of the last.
+        std::vector<quint32> starts = {0};
+        std::vector<const Rest *> rests;
+
+        void add(const Rest *rest, const RowLeaf &leaf);
+        /// Removes the last rest and returns its rows.
+        std::vector<RowLeaf> takeLast();
 
         template<typename Visit>
         void visit(Automaton::Accepted which, Visit visit) const
         {
-            for (std::size_t index = 0; which != 0; ++index, which >>= 1) {
-                if ((which & 1) == 0)
-                    continue;
-                for (const RowLeaf &leaf : all[index].leaves)
-                    visit(leaf);
+            for (; which != 0; which &= which - 1) {
+                const uint rest = qCountTrailingZeroBits(which);
+                for (quint32 leaf = starts[rest]; leaf < starts[rest + 1]; ++leaf)
+                    visit(leaves[leaf]);
             }
         }
     };
-    static Automaton::Accepted everyTail(const Tails &tails)
-    {
-        return ~Automaton::Accepted(0) >> (Automaton::mostExpressions - static_cast<int>(tails.all.size()));
-    }
 
     struct Node;
     struct Child
@@ -157,7 +160,7 @@ private:
     {
         const auto visitChild = [&](const Node *child) {
             if (const Tails *const tails = child->tails.load(std::memory_order_acquire))
-                tails->visit(everyTail(*tails), visit);
+                std::for_each(tails->leaves.begin(), tails->leaves.end(), visit);
             visitBelow(*child, visit);
         };
         if (&node == &m_root) {
@@ -177,7 +180,7 @@ private:
     const Rest *restOf(const std::vector<const PatternNode *> &nodes);
     std::string keyOf(const PatternNode &node);
     int numberOf(const CharacterSet &set);
-    std::shared_ptr<const Automaton> automatonOf(const std::vector<Tail> &tails);
+    std::shared_ptr<const Automaton> automatonOf(const std::vector<const Rest *> &rests);
     void publish(Node &node, std::vector<int> &tooLarge);
 
     Node m_root;
