@@ -127,11 +127,13 @@ void LintContext::makeRow(int index)
     row.last = label::readNumber(own.end(), own.base());
     if (row.isTemplate)
         row.isMember = becomeMember(row, driver.name);
+    row.pattern = label::Pattern(row.formatter.pattern());
+    row.group = field(index, "address_group_index").toInt();
     QElapsedTimer timer;
     timer.start();
     row.formatter.getAddresRangePart(label::exampleAddress(row.formatter));
     row.isEndless = timer.elapsed() >= label::ScriptHook::deadlineSeconds * qint64(1000);
-    if (!row.isEndless && QRegExp(row.formatter.pattern()).isValid())
+    if (!row.isEndless && row.pattern.isValid())
         makeAddresses(row, samples);
     rows.push_back(std::move(row));
 }

@@ -7,6 +7,7 @@
 #include "driverlinter.h"
 
 #include "zelmar_label/address_grammar/commandformatter.h"
+#include "zelmar_label/address_grammar/pattern.h"
 
 #include <QList>
 #include <QString>
@@ -56,6 +57,10 @@ struct LintRow
     int index = 0;
     /// As the library reads it; for a family's template the row of one member.
     label::CommandFormatter formatter;
+    /// The formatter's pattern.
+    label::Pattern pattern;
+    /// The capture group of the number, from 1; any number when the column is wrong.
+    int group = 0;
     bool isTemplate = false;
     /// False for a template that the driver's creator does not use.
     bool isMember = false;

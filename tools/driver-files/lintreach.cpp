@@ -39,10 +39,24 @@ void lintShadow(LintContext &context, const LintRow &row)
                             QStringLiteral("move the row before that one, or narrow that one's pattern"));
 }
 
+/// One address of each bit, then the others.
+QStringList bitByBit(const LintRow &row)
+{
+    QStringList firsts;
+    QStringList others;
+    QSet<int> bits;
+    for (const QString &address : row.addresses) {
+        const int bit = row.formatter.getbitOffset(address);
+        (bits.contains(bit) ? others : firsts).append(address);
+        bits.insert(bit);
+    }
+    return firsts + others;
+}
+
 /// Addresses whose register is checked: those that the driver writes, and the samples.
 QStringList bitsToConvert(const LintContext &context, const LintRow &row)
 {
-    QStringList bits = row.addresses.mid(0, 12);
+    QStringList bits = bitByBit(row).mid(0, 12);
     for (const DriverSample &sample : context.samples) {
         if (bits.size() >= 24)
             break;
