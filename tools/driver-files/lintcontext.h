@@ -121,7 +121,9 @@ void lintRules(LintContext &context);
 void lintRuns(LintContext &context);
 void lintBits(LintContext &context);
 void lintScripts(LintContext &context);
-/// Rows that are hidden by earlier rows, and registers and families without a row.
+/// Rows whose addresses an earlier row takes: all of them, or some that it reads in another way.
+void lintOrder(LintContext &context);
+/// Registers and families without a row.
 void lintReach(LintContext &context);
 void lintSamples(LintContext &context);
 ///@}
