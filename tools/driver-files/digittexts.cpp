@@ -62,9 +62,12 @@ Expression DigitTexts::upTo(int number)
     if (number < 0)
         return m_expressions.nothing();
     const QString text = numberText(number, m_radix);
-    Expression texts = upToOfSameSize(text);
-    for (int size = 1; size < text.size(); ++size)
-        texts = m_expressions.either(texts, anyDigits(size));
+    Expression texts = m_expressions.nothing();
+    for (int size = 1; size < text.size(); ++size) {
+        const Expression longer = m_expressions.either(m_expressions.emptyText(), texts);
+        texts = m_expressions.sequence(digit(0, m_radix - 1), longer);
+    }
+    texts = m_expressions.either(texts, upToOfSameSize(text));
     return m_expressions.sequence(m_expressions.anyNumberOf(digit(0, 0)), texts);
 }
 
@@ -112,23 +115,16 @@ Expression DigitTexts::withRemainder(const std::function<bool(int)> &isWanted)
     return m_expressions.either(shorter, m_expressions.sequence(front, withRemainder(size, wanted)));
 }
 
-Expression DigitTexts::unreadable()
+Expression DigitTexts::unreadable(const CharacterSet &excluded)
 {
-    constexpr int lastRadix = 36;
-    CharacterSet others = CharacterSet::digits().complement();
-    others.add(CharacterSet(0, 127));
-    CharacterSet strange = others.complement();
-    for (int value = m_radix; value < lastRadix; ++value) {
-        const QChar letter = numberText(value, lastRadix).front();
-        // "0x" is a prefix of numbers.
-        if (letter == QLatin1Char('x'))
-            continue;
-        strange.add(CharacterSet(letter.unicode()));
-        strange.add(CharacterSet(letter.toUpper().unicode()));
-    }
-    // Separators begin with these.
-    CharacterSet separators(QLatin1Char('.').unicode());
-    separators.add(CharacterSet(QLatin1Char('/').unicode()));
-    const Expression plain = m_expressions.anyNumberOf(m_expressions.oneOf(separators.complement()));
-    return m_expressions.sequence(plain, m_expressions.sequence(m_expressions.oneOf(strange), plain));
+    CharacterSet ofNumbers = digits(0, m_radix - 1);
+    ofNumbers.add(CharacterSet::blanks());
+    for (const char character : {'+', '-', ',', 'x', 'X'})
+        ofNumbers.add(CharacterSet(QLatin1Char(character).unicode()));
+    constexpr uint minusSign = 0x2212;
+    ofNumbers.add(CharacterSet(minusSign));
+    ofNumbers.add(excluded);
+    const Expression others = m_expressions.oneOf(ofNumbers.complement());
+    const Expression any = m_expressions.anyNumberOf(m_expressions.oneOf(excluded.complement()));
+    return m_expressions.sequence(any, m_expressions.sequence(others, any));
 }

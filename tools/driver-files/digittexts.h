@@ -31,9 +31,8 @@ public:
     /// Numbers whose remainder by 64 is wanted.
     label::Expression withRemainder(const std::function<bool(int)> &isWanted);
 
-    /// Texts that are no numbers, and that are not changed into numbers by a separator: those with a letter that is no
-    /// digit, or a digit of another script.
-    label::Expression unreadable();
+    /// Texts that surely cannot be read as numbers, without the `excluded` characters.
+    label::Expression unreadable(const label::CharacterSet &excluded);
 
 private:
     /// Bit n: remainder n is wanted.

@@ -60,7 +60,7 @@ public:
             take(row.symbolAddress(*row.first));
             take(row.symbolAddress(*row.last));
         }
-        const QStringList texts = textsOf(row.pattern);
+        const QStringList texts = textsOf(row.pattern());
         for (const QString &text : texts)
             take(text);
         for (const DriverSample &sample : samples) {

@@ -57,8 +57,6 @@ struct LintRow
     int index = 0;
     /// As the library reads it; for a family's template the row of one member.
     label::CommandFormatter formatter;
-    /// The formatter's pattern.
-    label::Pattern pattern;
     /// The capture group of the number, from 1; any number when the column is wrong.
     int group = 0;
     bool isTemplate = false;
@@ -74,6 +72,7 @@ struct LintRow
     QStringList matches;
     QStringList addresses;
 
+    const label::Pattern &pattern() const { return formatter.compiledPattern(); }
     bool isBit() const { return formatter.type() == 0; }
     bool hasLimits() const { return first && last && *first <= *last; }
     QString symbolAddress(int number) const;

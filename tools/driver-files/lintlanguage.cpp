@@ -24,7 +24,7 @@ class GroupTexts
 public:
     GroupTexts(PatternExpressions &expressions, const LintRow &row)
         : m_row(row)
-        , m_rule(row.formatter.ruleText())
+        , m_rule(row.formatter.rule())
         , m_expressions(expressions)
         , m_digits(expressions, row.formatter.base())
         , m_hasWord(!row.isBit() || m_rule.isOnePart() || m_rule.isSplit())
@@ -40,8 +40,8 @@ public:
     {
         if (!m_hasWord)
             return m_expressions.anything();
-        const Expression words = m_expressions.either(validWords(), m_digits.unreadable());
-        return m_expressions.either(withBit(words), withoutWord());
+        const Expression words = m_expressions.either(validWords(), unreadableWords());
+        return m_expressions.either(withBit(words), acceptsNoWord() ? withoutWord() : m_expressions.nothing());
     }
 
     /// Surely refused.
@@ -49,7 +49,8 @@ public:
     {
         if (!m_hasWord)
             return m_expressions.nothing();
-        return withBit(m_expressions.both(upTo(greatestNumber), m_expressions.complement(validWords())));
+        const Expression words = m_expressions.both(upTo(greatestNumber), m_expressions.complement(validWords()));
+        return m_expressions.either(withBit(words), acceptsNoWord() ? m_expressions.nothing() : withoutWord());
     }
 
 private:
@@ -66,20 +67,20 @@ private:
         return m_digits.upTo(rest < 0 ? -1 : rest / power);
     }
 
+    /// Words whose number the row accepts.
     Expression validWords()
     {
-        const Expression unread = m_expressions.both(m_digits.all(), m_expressions.complement(upTo(greatestNumber)));
         if (!m_row.hasLimits())
-            return unread;
+            return m_expressions.nothing();
         const Expression below = *m_row.first > 0 ? upTo(*m_row.first - 1) : m_expressions.nothing();
         const Expression within = m_expressions.both(upTo(*m_row.last), m_expressions.complement(below));
-        return m_expressions.either(m_expressions.both(within, alignedWords()), unread);
+        return m_expressions.both(within, alignedWords());
     }
 
     Expression alignedWords()
     {
         if (m_row.isBit() || !m_rule.hasAlignment())
-            return m_digits.all();
+            return m_expressions.anything();
         return m_digits.withRemainder([this](int remainder) { return m_rule.isAligned(remainder); });
     }
 
@@ -93,9 +94,7 @@ private:
                 tail = m_expressions.sequence(anyCase(separator.at(place)), tail);
             return m_expressions.sequence(words, m_expressions.either(m_expressions.emptyText(), tail));
         }
-        for (int digit = 0; digit < m_bitDigits; ++digit)
-            words = m_expressions.sequence(words, m_expressions.oneOf(CharacterSet::all()));
-        return words;
+        return m_expressions.sequence(words, anyCharacters(m_bitDigits));
     }
 
     Expression anyCase(QChar character)
@@ -105,19 +104,41 @@ private:
         return m_expressions.oneOf(set);
     }
 
-    /// Range strings without a word, which have no number.
+    /// Words that surely are no numbers: no digits, or too many.
+    Expression unreadableWords()
+    {
+        const QString separator = m_row.isBit() ? m_rule.splitString() : QString();
+        const CharacterSet ends = separator.isEmpty() ? CharacterSet() : CharacterSet(separator.front().unicode());
+        const Expression tooGreat = m_expressions.both(m_digits.all(), m_expressions.complement(upTo(greatestNumber)));
+        return m_expressions.either(m_digits.unreadable(ends), tooGreat);
+    }
+
+    /// Range strings without a word.
     Expression withoutWord()
     {
-        if (!m_appended.isEmpty())
-            return m_expressions.nothing();
         Expression texts = withBit(m_expressions.emptyText());
-        if (m_bitDigits == 2)
-            texts = m_expressions.either(texts, m_expressions.oneOf(CharacterSet::all()));
-        return m_bitDigits == 0 ? texts : m_expressions.either(texts, m_expressions.emptyText());
+        for (int size = 0; size < m_bitDigits; ++size)
+            texts = m_expressions.either(texts, anyCharacters(size));
+        return texts;
+    }
+
+    /// The number of a range string without a word is that of the appended digits; none is as good as a valid one.
+    bool acceptsNoWord() const
+    {
+        const std::optional<int> number = readNumber(m_appended, m_row.formatter.base());
+        return !number || (m_row.hasLimits() && *m_row.first <= *number && *number <= *m_row.last);
+    }
+
+    Expression anyCharacters(int count)
+    {
+        Expression texts = m_expressions.emptyText();
+        for (int place = 0; place < count; ++place)
+            texts = m_expressions.sequence(m_expressions.oneOf(CharacterSet::all()), texts);
+        return texts;
     }
 
     const LintRow &m_row;
-    const MultipleRule m_rule;
+    const MultipleRule &m_rule;
     PatternExpressions &m_expressions;
     DigitTexts m_digits;
     /// False for a rule that finds no word, so that no number is tested.
@@ -133,16 +154,24 @@ bool isReadByRule(const LintRow &row)
     return !row.isScripted && DigitTexts::isKnownRadix(row.formatter.base());
 }
 
+/// Addresses are ASCII texts. A digit of another script matches `\d` too, but it makes no number.
+Expression asciiTexts(PatternExpressions &expressions)
+{
+    constexpr uint lastAscii = 127;
+    return expressions.anyNumberOf(expressions.oneOf(CharacterSet(0, lastAscii)));
+}
+
 /// What the row may accept; nothing for a pattern without automaton.
 std::optional<Expression> possibleTexts(PatternExpressions &expressions, const LintRow &row)
 {
+    std::optional<Expression> texts;
     if (isReadByRule(row)) {
         const Expression refused = GroupTexts(expressions, row).refused();
-        const auto texts = row.pattern.expressionIn(expressions, row.group, expressions.complement(refused));
-        if (texts)
-            return texts;
+        texts = row.pattern().expressionIn(expressions, row.group, expressions.complement(refused));
     }
-    return row.pattern.expressionIn(expressions);
+    if (!texts)
+        texts = row.pattern().expressionIn(expressions);
+    return texts ? std::optional(expressions.both(*texts, asciiTexts(expressions))) : std::nullopt;
 }
 
 bool isReadAlike(const LintRow &row, const LintRow &other)
@@ -160,9 +189,9 @@ Expression certainTexts(PatternExpressions &expressions, const LintRow &row, con
 {
     std::optional<Expression> texts;
     if (isReadByRule(row))
-        texts = row.pattern.expressionIn(expressions, row.group, GroupTexts(expressions, row).accepted());
+        texts = row.pattern().expressionIn(expressions, row.group, GroupTexts(expressions, row).accepted());
     else if (isReadAlike(row, asked) && hasLimitsOf(row, asked))
-        texts = row.pattern.expressionIn(expressions);
+        texts = row.pattern().expressionIn(expressions);
     return texts.value_or(expressions.nothing());
 }
 
@@ -180,6 +209,25 @@ std::optional<QString> textOutside(const LintRow &row, const std::vector<const L
         outside = expressions.both(outside, expressions.complement(certainTexts(expressions, *other, row)));
     const std::optional<Automaton> automaton = Automaton::of(expressions, {outside});
     return automaton ? automaton->sharedText(*automaton) : unknown;
+}
+
+bool isSpecialCase(const LintRow &row, const LintRow &other)
+{
+    PatternExpressions expressions;
+    const std::optional<Expression> own = row.pattern().expressionIn(expressions);
+    const std::optional<Expression> others = other.pattern().expressionIn(expressions);
+    if (!own || !others)
+        return false;
+    const Expression outside = expressions.both(*own, expressions.complement(*others));
+    const auto automaton = Automaton::of(expressions, {expressions.both(outside, asciiTexts(expressions))});
+    return (automaton && !automaton->sharedText(*automaton)) || !textOutside(row, {&other});
+}
+
+bool sharesTexts(const LintRow &row, const LintRow &other)
+{
+    const Automaton *const own = row.pattern().automaton();
+    const Automaton *const others = other.pattern().automaton();
+    return own && others && own->sharedText(*others);
 }
 
 QStringList sharedTexts(const LintRow &row, const LintRow &other, int most)

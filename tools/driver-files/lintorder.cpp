@@ -93,20 +93,11 @@ private:
         return found == texts.end() ? QString() : *found;
     }
 
-    /// One of the rows is a special case of the other, and their order is on purpose: the texts that it matches, or the
-    /// addresses that it accepts, all belong to the other too.
-    bool isSpecialCase(const LintRow &other) const
-    {
-        const Automaton &own = *m_row.pattern.automaton();
-        const Automaton &others = *other.pattern.automaton();
-        return !own.textOutside(others) || !others.textOutside(own) || !textOutside(m_row, {&other}) ||
-               !textOutside(other, {&m_row});
-    }
-
+    /// A special case of a row stands beside it on purpose.
     void checkOverlaps()
     {
         for (const LintRow *const other : m_earlier) {
-            if (m_context.report.isWrong(other->index) || isSpecialCase(*other))
+            if (m_context.report.isWrong(other->index) || isSpecialCase(m_row, *other) || isSpecialCase(*other, m_row))
                 continue;
             const QString address = ambiguousAddress(*other);
             if (address.isEmpty())
@@ -126,13 +117,6 @@ private:
     const LintRow &m_row;
     const Rows m_earlier;
 };
-
-bool sharesTexts(const LintRow &row, const LintRow &other)
-{
-    const Automaton *const own = row.pattern.automaton();
-    const Automaton *const others = other.pattern.automaton();
-    return own && others && own->sharedText(*others);
-}
 
 } // namespace
 

@@ -26,7 +26,7 @@ public:
     PatternCheck(const LintContext &context, const LintRow &row)
         : m_context(context)
         , m_row(row)
-        , m_pattern(row.pattern)
+        , m_pattern(row.pattern())
     {
     }
 

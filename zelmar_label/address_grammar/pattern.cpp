@@ -242,17 +242,17 @@ bool Pattern::isGroupOptional(int group) const
 
 std::optional<Expression> Pattern::expressionIn(PatternExpressions &expressions) const
 {
-    return automaton() ? PatternCompiler(expressions, 0).compile(*m_compiled->syntax.tree) : std::nullopt;
+    return automaton() ? PatternCompiler(expressions, 0).compile(*reading().syntax.tree) : std::nullopt;
 }
 
 std::optional<Expression> Pattern::expressionIn(PatternExpressions &expressions, int group, Expression groupTexts) const
 {
-    const GroupReader *const reader = m_compiled->group(group);
+    const GroupReader *const reader = reading().group(group);
     if (!automaton() || !reader || !reader->isKnown())
         return std::nullopt;
     PatternCompiler compiler(expressions, 0);
     compiler.limitGroup(group, groupTexts);
-    return compiler.compile(*m_compiled->syntax.tree);
+    return compiler.compile(*reading().syntax.tree);
 }
 
 } // namespace label

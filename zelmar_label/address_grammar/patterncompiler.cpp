@@ -198,8 +198,8 @@ Expression PatternCompiler::compiledRepeat(const PatternNode &node, Expression r
 Expression PatternCompiler::compiledLimitedGroup(const PatternNode &node, Expression rest)
 {
     const PatternNode &child = node.children.front();
-    // What an assertion in the group looks at may lie behind the group.
-    if (hasAssertion(child))
+    // An assertion in the group looks at what follows the group too.
+    if (hasAssertion(child) && rest != m_expressions.emptyText())
         return giveUp();
     const Expression texts = compiled(child, m_expressions.emptyText(), {false, false});
     return m_expressions.sequence(m_expressions.both(texts, m_limit), rest);
