@@ -156,6 +156,9 @@ private Q_SLOTS:
     void doubledPatternIsFound();
     void doubledTablesAreFound();
     void shadowedRowShowsAnAddress();
+    void orderIsFound_data();
+    void orderIsFound();
+    void overlapShowsAnAddressAndBothRows();
     void findingTellsItsPlace();
     void fileIsReadWithItsSamples_data();
     void fileIsReadWithItsSamples();
@@ -408,6 +411,103 @@ void TestDriverLinter::shadowedRowShowsAnAddress()
     QCOMPARE(ids(findings), QStringList(QStringLiteral("4:row-shadowed")));
     QRegExp expected(QStringLiteral("the row is never used: D \\(line 6\\) accepts D\\d+ and all its other addresses"));
     QVERIFY2(expected.exactMatch(findings.first().what), qPrintable(findings.first().what));
+}
+
+namespace {
+
+/// A register row of the symbol R.
+struct RegisterRow
+{
+    const char *pattern;
+    const char *start;
+    const char *end;
+    const char *rule = "";
+    const char *base = "10";
+    const char *type = "2";
+};
+
+const RegisterRow fewDigits = {"(R)(0*\\d{1,2})", "0", "99"};
+const RegisterRow noZeros = {"(R)([1-9]\\d{0,3}|0)", "0", "9999"};
+const RegisterRow wideNoZeros = {"(R)([1-9]\\d{0,3}|0)", "0", "9999", "", "10", "3"};
+
+DriverText driverWith(const QList<RegisterRow> &rows)
+{
+    DriverText driver = goodDriver();
+    for (const RegisterRow &row : rows) {
+        DriverRow added = driver.rows.at(1);
+        added.line = 5 + driver.rows.size();
+        driver.rows.append(added);
+        const int index = driver.rows.size() - 1;
+        setField(driver, index, QStringLiteral("pattern"), QString::fromLatin1(row.pattern));
+        setField(driver, index, QStringLiteral("type"), QString::fromLatin1(row.type));
+        setField(driver, index, QStringLiteral("data_size"),
+                 QLatin1String(row.type) == QLatin1String("3") ? QStringLiteral("4") : QStringLiteral("2"));
+        setField(driver, index, QStringLiteral("description"), QStringLiteral("R%1: register").arg(index));
+        setField(driver, index, QStringLiteral("prefix_symbol"), QStringLiteral("R"));
+        setField(driver, index, QStringLiteral("start"), QString::fromLatin1(row.start));
+        setField(driver, index, QStringLiteral("end"), QString::fromLatin1(row.end));
+        setField(driver, index, QStringLiteral("multiple_rule"), QString::fromLatin1(row.rule));
+        setField(driver, index, QStringLiteral("base"), QString::fromLatin1(row.base));
+    }
+    return driver;
+}
+
+} // namespace
+
+Q_DECLARE_METATYPE(RegisterRow)
+
+void TestDriverLinter::orderIsFound_data()
+{
+    QTest::addColumn<QList<RegisterRow>>("rows");
+    QTest::addColumn<QString>("found");
+    const RegisterRow plain = {"(R)(0*\\d{1,4})", "0", "9999"};
+    const RegisterRow lower = {"(R)(0*\\d{1,5})", "0", "4999"};
+    const auto add = [](const char *name, const QList<RegisterRow> &rows, const char *found) {
+        QTest::newRow(name) << rows << QString::fromLatin1(found);
+    };
+    add("two rows take all addresses", {lower, {"(R)(0*\\d{1,6})", "5000", "9999"}, plain}, "6:row-shadowed");
+    add("two rows leave one number", {lower, {"(R)(0*\\d{1,6})", "5001", "9999"}, plain}, "");
+    add("a pattern leaves one text", {{"(R)(?!1234$)(0*\\d{1,5})", "0", "9999"}, plain}, "");
+    add("a pattern leaves one text that the limits refuse",
+        {{"(R)(?!1234$)(0*\\d{1,5})", "0", "1000"}, {"(R)(0*\\d{1,4})", "0", "1000"}}, "5:row-shadowed");
+    add("a pattern has several places for the number", {{"(R0*)(\\d{1,5})", "0", "9999"}, plain}, "");
+    add("a multiple of 16 is one of 8",
+        {{"(R)(0*\\d{1,5})", "0", "9999", "m8"}, {"(R)(0*\\d{1,4})", "0", "9984", "m16"}}, "5:row-shadowed");
+    add("a multiple of 8 need not be one of 16",
+        {{"(R)(0*\\d{1,5})", "0", "9999", "m16"}, {"(R)(0*\\d{1,4})", "0", "9992", "m8"}}, "");
+    add("the same limit in another radix",
+        {{"(R)(0*[0-9A-Fa-f]{1,5})", "0", "9999", "", "16"}, {"(R)(0*\\d{1,4})", "0", "9999"}}, "5:row-shadowed");
+    add("the same number in another radix",
+        {{"(R)(0*[0-9A-Fa-f]{1,5})", "0", "270f", "", "16"}, {"(R)(0*\\d{1,4})", "0", "9999"}}, "");
+    add("two forms of one register", {fewDigits, noZeros}, "");
+    add("two forms of two registers", {fewDigits, wideNoZeros}, "5:row-overlaps");
+    add("two forms of two registers without a common number",
+        {fewDigits, {"(R)([1-9]\\d{0,3}|0)", "100", "9999", "", "10", "3"}}, "");
+    add("two forms of which the limits make one a part of the other",
+        {fewDigits, {"(R)([1-9]\\d{0,3}|0)", "10", "99", "", "10", "3"}}, "5:row-shadowed");
+    add("a special register in front of the others",
+        {{"(R)(0*\\d{1,4})", "100", "199", "", "10", "3"}, {"(R)(0*\\d{1,5})", "0", "9999"}}, "");
+    add("an overlap that an earlier row takes", {{"(R)(0*\\d{1,3})", "0", "99", "", "10", "3"}, fewDigits, wideNoZeros},
+        "5:row-shadowed");
+}
+
+void TestDriverLinter::orderIsFound()
+{
+    QFETCH(QList<RegisterRow>, rows);
+    QFETCH(QString, found);
+    const QList<LintFinding> findings = lint(driverWith(rows));
+    QVERIFY2(ids(findings).join(QLatin1Char(' ')) == found, told(findings).constData());
+}
+
+void TestDriverLinter::overlapShowsAnAddressAndBothRows()
+{
+    const QList<LintFinding> findings = lint(driverWith({fewDigits, wideNoZeros}));
+    QCOMPARE(ids(findings), QStringList(QStringLiteral("5:row-overlaps")));
+    QVERIFY(!findings.first().isError());
+    QCOMPARE(findings.first().line, 9);
+    QCOMPARE(findings.first().column, QStringLiteral("pattern"));
+    QCOMPARE(findings.first().what, QStringLiteral("both R3 (line 8) and the row accept R0 and read it differently: R3 "
+                                                   "(line 8) takes it, since it comes first"));
 }
 
 void TestDriverLinter::findingTellsItsPlace()

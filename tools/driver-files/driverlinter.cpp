@@ -63,6 +63,7 @@ void lintDriver(const DriverText &driver, const QList<DriverSample> &samples, QL
     lintBits(context);
     // Before the other checks add rows of families.
     lintSamples(context);
+    lintOrder(context);
     lintReach(context);
 }
 

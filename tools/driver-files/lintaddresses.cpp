@@ -3,14 +3,14 @@
 
 #include "lintaddresses.h"
 
-#include "patterntree.h"
-
 #include "zelmar_label/address_grammar/radixnumber_p.h"
 #include "zelmar_label/label_store/dynamiclabelcreators.h"
 #include "zelmar_label/label_table/dynamicmember_p.h"
 
 #include <QHash>
 #include <QSet>
+
+#include <algorithm>
 
 using namespace label;
 
@@ -20,6 +20,32 @@ namespace {
 constexpr int mostAddresses = 32;
 /// This many texts of a row get the numbers at the row's ends.
 constexpr int mostWithEnds = 8;
+/// Texts of the pattern to examine, of so many samples of its automaton.
+constexpr int mostTexts = 40;
+constexpr int mostSamples = 1000;
+
+bool isBeyondAscii(const QString &text)
+{
+    constexpr int lastAscii = 127;
+    return std::any_of(text.begin(), text.end(), [](QChar character) { return character.unicode() > lastAscii; });
+}
+
+/// Texts of the pattern of all lengths, in ASCII. None for a pattern without automaton.
+QStringList textsOf(const Pattern &pattern)
+{
+    if (!pattern.automaton())
+        return {};
+    QStringList samples = pattern.automaton()->samples(mostSamples);
+    samples.erase(std::remove_if(samples.begin(), samples.end(), isBeyondAscii), samples.end());
+    // Texts of all lengths come first, since samples of one length are alike.
+    const int step = samples.size() / mostAddresses + 1;
+    QStringList texts;
+    for (int first = 0; first < step; ++first) {
+        for (int place = first; place < samples.size(); place += step)
+            texts.append(samples.at(place));
+    }
+    return texts.mid(0, mostTexts);
+}
 
 class AddressMaker
 {
@@ -33,9 +59,9 @@ public:
             take(row.symbolAddress(*row.first));
             take(row.symbolAddress(*row.last));
         }
-        const QStringList proposals = PatternTree(formatter.pattern()).proposals();
-        for (const QString &proposal : proposals)
-            take(proposal);
+        const QStringList texts = textsOf(row.pattern());
+        for (const QString &text : texts)
+            take(text);
         for (const DriverSample &sample : samples) {
             if (m_row.addresses.size() >= mostAddresses)
                 return;

@@ -31,7 +31,7 @@ public:
     BitCheck(const LintContext &context, const LintRow &row)
         : m_context(context)
         , m_row(row)
-        , m_rule(row.formatter.ruleText())
+        , m_rule(row.formatter.rule())
     {
     }
 
@@ -132,7 +132,7 @@ private:
 
     const LintContext &m_context;
     const LintRow &m_row;
-    const MultipleRule m_rule;
+    const MultipleRule &m_rule;
     bool m_isCutTold = false;
 };
 
@@ -141,7 +141,7 @@ private:
 void lintBits(LintContext &context)
 {
     for (const LintRow &row : context.rows) {
-        const bool isSplit = MultipleRule(row.formatter.ruleText()).isSplit();
+        const bool isSplit = row.formatter.rule().isSplit();
         if (row.isBit() && isSplit && !row.isScripted && !row.addresses.isEmpty() && !context.report.isWrong(row.index))
             BitCheck(context, row).run();
     }

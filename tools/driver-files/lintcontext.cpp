@@ -133,15 +133,16 @@ void LintContext::makeRow(int index)
     row.formatter = own;
     row.isTemplate = own.isFamilyTemplate();
     row.isScripted = label::ScriptHook(own.ruleText()).exists();
-    row.first = label::readNumber(own.start(), own.base());
-    row.last = label::readNumber(own.end(), own.base());
+    row.first = own.firstNumber();
+    row.last = own.lastNumber();
     if (row.isTemplate)
         row.isMember = becomeMember(row, driver.name);
+    row.group = field(index, "address_group_index").toInt();
     QElapsedTimer timer;
     timer.start();
     row.formatter.getAddresRangePart(describedAddress(row.formatter));
     row.isEndless = timer.elapsed() >= label::ScriptHook::deadlineSeconds * qint64(1000);
-    if (!row.isEndless && QRegExp(row.formatter.pattern()).isValid())
+    if (!row.isEndless && row.pattern().isValid())
         makeAddresses(row, samples);
     rows.push_back(std::move(row));
 }

@@ -7,6 +7,7 @@
 #include "driverlinter.h"
 
 #include "zelmar_label/address_grammar/commandformatter.h"
+#include "zelmar_label/address_grammar/pattern.h"
 
 #include <QList>
 #include <QString>
@@ -59,6 +60,8 @@ struct LintRow
     int index = 0;
     /// As the library reads it; for a family's template the row of one member.
     label::CommandFormatter formatter;
+    /// The capture group of the number, from 1; any number when the column is wrong.
+    int group = 0;
     bool isTemplate = false;
     /// False for a template that the driver's creator does not use.
     bool isMember = false;
@@ -72,6 +75,7 @@ struct LintRow
     QStringList matches;
     QStringList addresses;
 
+    const label::Pattern &pattern() const { return formatter.compiledPattern(); }
     bool isBit() const { return formatter.type() == 0; }
     bool hasLimits() const { return first && last && *first <= *last; }
     QString symbolAddress(int number) const;
@@ -119,7 +123,9 @@ void lintRules(LintContext &context);
 void lintRuns(LintContext &context);
 void lintBits(LintContext &context);
 void lintScripts(LintContext &context);
-/// Rows that are hidden by earlier rows, and registers and families without a row.
+/// Rows whose addresses an earlier row takes: all of them, or some that it reads in another way.
+void lintOrder(LintContext &context);
+/// Registers and families without a row.
 void lintReach(LintContext &context);
 void lintSamples(LintContext &context);
 ///@}

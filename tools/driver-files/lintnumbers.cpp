@@ -3,8 +3,6 @@
 
 #include "lintcontext.h"
 
-#include "zelmar_label/address_grammar/multiplerule.h"
-
 #include <QHash>
 
 #include <algorithm>
@@ -72,7 +70,7 @@ private:
     void checkReach(const char *column, int limit)
     {
         // Rows of word and bit always begin at 0, since runs compare the bit with the limits.
-        const bool isSplit = m_row.isBit() && label::MultipleRule(m_row.formatter.ruleText()).isSplit();
+        const bool isSplit = m_row.isBit() && m_row.formatter.rule().isSplit();
         // "fam3" reads the first bit of a word as its number, so the last bit is never a number.
         const bool isWordNumber = isSplit && m_row.formatter.bitbase() < 0;
         if (isWordNumber || m_row.isScripted || m_row.isTemplate || m_row.addresses.isEmpty() ||

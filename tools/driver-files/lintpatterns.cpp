@@ -3,10 +3,6 @@
 
 #include "lintcontext.h"
 
-#include "patterntree.h"
-
-#include <QRegExp>
-
 #include <algorithm>
 
 namespace {
@@ -28,7 +24,7 @@ public:
     PatternCheck(const LintContext &context, const LintRow &row)
         : m_context(context)
         , m_row(row)
-        , m_pattern(row.formatter.pattern())
+        , m_pattern(row.pattern())
     {
     }
 
@@ -57,14 +53,14 @@ private:
 
     bool hasGroup()
     {
-        const int group = m_context.field(m_row.index, "address_group_index").toInt();
-        if (group < 1 || group > m_pattern.captureCount()) {
+        const int group = m_row.group;
+        if (group < 1 || group > m_pattern.countGroups()) {
             error("group-missing", "address_group_index",
-                  QStringLiteral("the pattern has no group %1; it has %2").arg(group).arg(m_pattern.captureCount()),
+                  QStringLiteral("the pattern has no group %1; it has %2").arg(group).arg(m_pattern.countGroups()),
                   QStringLiteral("give the number of the group that holds the number of the address"));
             return false;
         }
-        if (!PatternTree(m_pattern.pattern()).isGroupOptional(group))
+        if (!m_pattern.isGroupOptional(group))
             return true;
         error("group-optional", "pattern",
               QStringLiteral("the pattern matches without group %1, and such an address has no number").arg(group),
@@ -102,14 +98,14 @@ private:
                   QStringLiteral("correct the pattern, the limits or the example"));
             return;
         }
-        if (m_row.addresses.isEmpty() && PatternTree(m_pattern.pattern()).isRead())
+        if (m_row.addresses.isEmpty() && m_pattern.automaton())
             error("no-address", "pattern", QStringLiteral("found no address that the row accepts"),
                   QStringLiteral("compare the pattern with 'start' and 'end': they seem to have no number in common"));
     }
 
     const LintContext &m_context;
     const LintRow &m_row;
-    const QRegExp m_pattern;
+    const label::Pattern &m_pattern;
 };
 
 } // namespace

@@ -7,7 +7,6 @@
 
 #include "zelmar_label/label_table/dynamiclabelcreatorinterface.h"
 #include "zelmar_label/label_table/labelloader.h"
-#include "zelmar_label/label_table/rowdescription_p.h"
 
 #include <QSet>
 
@@ -15,34 +14,24 @@ using namespace label;
 
 namespace {
 
-QString nameOf(const LintContext &context, int index)
+/// One address of each bit, then the others.
+QStringList bitByBit(const LintRow &row)
 {
-    const int line = context.driver.rows.at(index).line;
-    const QString place = line > 0 ? QStringLiteral("line %1").arg(line) : QStringLiteral("row %1").arg(index + 1);
-    return QStringLiteral("%1 (%2)").arg(formatName(*context.label().deviceTypesTable().formatterAt(index)), place);
-}
-
-/// For a row that is never found: earlier rows accept all its addresses.
-void lintShadow(LintContext &context, const LintRow &row)
-{
-    int earlier = -1;
+    QStringList firsts;
+    QStringList others;
+    QSet<int> bits;
     for (const QString &address : row.addresses) {
-        earlier = context.label().deviceTypesTable().getFirstMatchedAddressIndex(address, row.formatter.type());
-        if (earlier == row.index)
-            return;
+        const int bit = row.formatter.getbitOffset(address);
+        (bits.contains(bit) ? others : firsts).append(address);
+        bits.insert(bit);
     }
-    if (earlier < 0)
-        return;
-    context.report.rowError(row.index, "row-shadowed", "pattern",
-                            QStringLiteral("the row is never used: %2 accepts %1 and all its other addresses")
-                                .arg(row.addresses.last(), nameOf(context, earlier)),
-                            QStringLiteral("move the row before that one, or narrow that one's pattern"));
+    return firsts + others;
 }
 
 /// Addresses whose register is checked: those that the driver writes, and the samples.
 QStringList bitsToConvert(const LintContext &context, const LintRow &row)
 {
-    QStringList bits = row.addresses.mid(0, 12);
+    QStringList bits = bitByBit(row).mid(0, 12);
     for (const DriverSample &sample : context.samples) {
         if (bits.size() >= 24)
             break;
@@ -120,8 +109,6 @@ void lintReach(LintContext &context)
     for (const LintRow &row : context.rows) {
         if (context.report.isWrong(row.index) || row.addresses.isEmpty())
             continue;
-        if (!row.isTemplate)
-            lintShadow(context, row);
         if (row.isBit() && row.formatter.canConvertRegisterCommand())
             lintRegister(context, row);
     }

@@ -20,7 +20,7 @@ public:
     RuleCheck(const LintContext &context, const LintRow &row)
         : m_context(context)
         , m_row(row)
-        , m_rule(row.formatter.ruleText())
+        , m_rule(row.formatter.rule())
     {
     }
 
@@ -127,7 +127,7 @@ private:
 
     const LintContext &m_context;
     const LintRow &m_row;
-    const MultipleRule m_rule;
+    const MultipleRule &m_rule;
 };
 
 } // namespace

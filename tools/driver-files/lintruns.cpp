@@ -3,8 +3,6 @@
 
 #include "lintcontext.h"
 
-#include "zelmar_label/address_grammar/multiplerule.h"
-
 using namespace label;
 
 namespace {
@@ -19,7 +17,7 @@ QString rewritten(const LintRow &row, const QString &address)
         return row.formatter.makeContinueCommandwithCap(command, 1, 1, false).value(0).address;
     }
     command.dataType = CommunicatorCommand::Bit;
-    const bool isSplit = MultipleRule(row.formatter.ruleText()).isSplit();
+    const bool isSplit = row.formatter.rule().isSplit();
     if (isSplit && (row.formatter.bitbase() < 0 || row.formatter.getbitOffset(address) < 0))
         return QString();
     const QList<CommunicatorCommand> run = row.formatter.makeBitContinueCommand(command, 1, 1, false);

@@ -81,7 +81,7 @@ private:
     /// A block command names its item only by symbol and number.
     void checkBlock()
     {
-        const bool isOnePart = MultipleRule(row().ruleText()).isOnePart();
+        const bool isOnePart = row().rule().isOnePart();
         if ((row().type() == BitType && !isOnePart) || row().blocksize() < 1)
             return;
         const QList<CommunicatorCommand> blocks = m_label.makeBlockCommand(-1, m_row, m_sample.number, 1);

@@ -240,4 +240,19 @@ bool Pattern::isGroupOptional(int group) const
     return reading().syntax.tree && positionOf(*reading().syntax.tree, group).isOptional;
 }
 
+std::optional<Expression> Pattern::expressionIn(PatternExpressions &expressions) const
+{
+    return automaton() ? PatternCompiler(expressions, 0).compile(*reading().syntax.tree) : std::nullopt;
+}
+
+std::optional<Expression> Pattern::expressionIn(PatternExpressions &expressions, int group, Expression groupTexts) const
+{
+    const GroupReader *const reader = reading().group(group);
+    if (!automaton() || !reader || !reader->isKnown())
+        return std::nullopt;
+    PatternCompiler compiler(expressions, 0);
+    compiler.limitGroup(group, groupTexts);
+    return compiler.compile(*reading().syntax.tree);
+}
+
 } // namespace label

@@ -70,6 +70,13 @@ public:
     /// True when the pattern matches also without the group.
     bool isGroupOptional(int group) const;
 
+    /// An expression of the texts that match. Nothing for a pattern without automaton.
+    std::optional<Expression> expressionIn(PatternExpressions &expressions) const;
+
+    /// An expression of the texts that match and whose capture group, if it takes part, is a text of `groupTexts`.
+    /// Nothing for a pattern without automaton, and when the place of the group in each text is not known.
+    std::optional<Expression> expressionIn(PatternExpressions &expressions, int group, Expression groupTexts) const;
+
     /// The expression, for questions about one text. A copy, since a match changes it.
     QRegExp expression() const;
 

@@ -130,6 +130,8 @@ Expression PatternCompiler::compiled(const PatternNode &node, Expression rest, P
 {
     if (!m_isKnown || m_expressions.isFull())
         return giveUp();
+    if (node.kind == Kind::Group && node.group == m_limitedGroup)
+        return compiledLimitedGroup(node, rest);
     switch (node.kind) {
     case Kind::Characters:
         if (node.characters.isEmpty())
@@ -191,6 +193,16 @@ Expression PatternCompiler::compiledRepeat(const PatternNode &node, Expression r
     for (int count = 0; count < node.least; ++count)
         repeated = m_expressions.sequence(once, repeated);
     return m_expressions.sequence(repeated, rest);
+}
+
+Expression PatternCompiler::compiledLimitedGroup(const PatternNode &node, Expression rest)
+{
+    const PatternNode &child = node.children.front();
+    // An assertion in the group looks at what follows the group too.
+    if (hasAssertion(child) && rest != m_expressions.emptyText())
+        return giveUp();
+    const Expression texts = compiled(child, m_expressions.emptyText(), {false, false});
+    return m_expressions.sequence(m_expressions.both(texts, m_limit), rest);
 }
 
 Expression PatternCompiler::compiledAhead(const PatternNode &node, Expression rest)

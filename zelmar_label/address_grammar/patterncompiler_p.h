@@ -46,6 +46,13 @@ public:
     {
     }
 
+    /// Lets the group match only texts that `texts` matches too.
+    void limitGroup(int group, Expression texts)
+    {
+        m_limitedGroup = group;
+        m_limit = texts;
+    }
+
     /// The whole pattern; nothing for one that needs more than a bounded number of expressions or has an assertion that
     /// is not known.
     std::optional<Expression> compile(const PatternNode &tree);
@@ -65,11 +72,14 @@ private:
     Expression compiledSequence(const PatternNode &node, Expression rest, Place place);
     Expression compiledRepeat(const PatternNode &node, Expression rest);
     Expression compiledAhead(const PatternNode &node, Expression rest);
+    Expression compiledLimitedGroup(const PatternNode &node, Expression rest);
     Expression giveUp();
     Expression marks();
 
     PatternExpressions &m_expressions;
     const int m_markedGroup;
+    int m_limitedGroup = 0;
+    Expression m_limit = 0;
     bool m_isKnown = true;
     bool m_looksAhead = false;
     bool m_skipsMarks = false;
