@@ -13,6 +13,7 @@ using label::TextChange;
 namespace {
 
 constexpr int mostCost = 100;
+constexpr int mostMore = 50;
 constexpr int most = 4;
 
 /// Positions of a text, with no change allowed.
@@ -31,7 +32,7 @@ QString joined(const std::vector<NearText> &found)
 
 QString near(const char *pattern, const QString &text, const std::vector<PositionEdits> &edits)
 {
-    return joined(label::Pattern(QLatin1String(pattern)).automaton()->near(text, edits, mostCost, most));
+    return joined(label::Pattern(QLatin1String(pattern)).automaton()->near(text, edits, {mostCost, mostMore, most}));
 }
 
 } // namespace
@@ -52,6 +53,7 @@ private Q_SLOTS:
     void completion();
     void lowestCostFirst();
     void nothingAboveTheHighestCost();
+    void nothingMuchAboveTheFirst();
     void onlyTheLikeliestOfOneChange();
     void acceptedTextIsNotCompleted();
     void atMostSoMany();
@@ -140,6 +142,16 @@ void TestNearSearch::nothingAboveTheHighestCost()
     QCOMPARE(near("D\\d", QStringLiteral("d5"), edits), QString());
 }
 
+void TestNearSearch::nothingMuchAboveTheFirst()
+{
+    std::vector<PositionEdits> edits = positions(QStringLiteral("AB"));
+    edits[0].removalCost = 10;
+    edits[1].removalCost = 10 + mostMore;
+    QCOMPARE(near("A|B", QStringLiteral("AB"), edits), QStringLiteral("B=10 A=60"));
+    edits[1].removalCost = 11 + mostMore;
+    QCOMPARE(near("A|B", QStringLiteral("AB"), edits), QStringLiteral("B=10"));
+}
+
 void TestNearSearch::onlyTheLikeliestOfOneChange()
 {
     std::vector<PositionEdits> edits = positions(QStringLiteral("D8"));
@@ -171,14 +183,16 @@ void TestNearSearch::firstChange()
     std::vector<PositionEdits> edits = positions(text);
     edits[1].removalCost = 10;
     edits[3].replacements = {{QLatin1Char('6'), 10}};
-    const auto found = label::Pattern(QStringLiteral("D\\d\\d")).automaton()->near(text, edits, mostCost, most);
+    const auto found =
+        label::Pattern(QStringLiteral("D\\d\\d")).automaton()->near(text, edits, {mostCost, mostMore, most});
     QCOMPARE(joined(found), QStringLiteral("D56=20"));
     QCOMPARE(found.front().change.kind, TextChange::Kind::Removed);
     QCOMPARE(found.front().change.position, 1);
     edits[1].removalCost = 0;
     edits[1].replacements = {{QLatin1Char('4'), 10}};
     edits[3].removalCost = 10;
-    const auto replaced = label::Pattern(QStringLiteral("D\\d\\d")).automaton()->near(text, edits, mostCost, most);
+    const auto replaced =
+        label::Pattern(QStringLiteral("D\\d\\d")).automaton()->near(text, edits, {mostCost, mostMore, most});
     QCOMPARE(replaced.front().change.kind, TextChange::Kind::Replaced);
     QCOMPARE(replaced.front().change.character, QChar(QLatin1Char('4')));
 }

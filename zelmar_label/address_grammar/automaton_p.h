@@ -60,6 +60,14 @@ struct NearText
     TextChange change;
 };
 
+/// What a search for near texts may find.
+struct NearLimits
+{
+    int mostCost; ///< of a text
+    int mostMore; ///< cost above the first text's
+    int most;     ///< number of texts, up to 255
+};
+
 /// A deterministic automaton that reads texts of UTF-16 code units for up to 64 expressions at once. Immutable; any
 /// number of threads may use it.
 class Automaton
@@ -115,10 +123,10 @@ public:
     /// True when some text is accepted in two ways that differ in the places of their marks.
     bool hasAmbiguousMarks() const;
 
-    /// Accepted texts near `text`, at most `most`, the lowest cost first, none above `mostCost`. `edits` has an entry
-    /// for each character and one for the end. Of the texts with the same kind of first change at the same position
-    /// only the first; an accepted text is not made longer.
-    std::vector<NearText> near(QStringView text, const std::vector<PositionEdits> &edits, int mostCost, int most) const;
+    /// Accepted texts near `text`, at most `limits.most`, the lowest cost first. `edits` has an entry for each
+    /// character and one for the end. Of the texts with the same kind of first change at the same position only the
+    /// first; an accepted text is not made longer.
+    std::vector<NearText> near(QStringView text, const std::vector<PositionEdits> &edits, NearLimits limits) const;
 
 private:
     Automaton() = default;

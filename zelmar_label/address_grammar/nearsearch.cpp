@@ -20,15 +20,13 @@ bool isDigit(uint unit)
 class NearSearch
 {
 public:
-    NearSearch(const Automaton &automaton, QStringView text, const std::vector<PositionEdits> &edits, int mostCost,
-               int most)
+    NearSearch(const Automaton &automaton, QStringView text, const std::vector<PositionEdits> &edits, NearLimits limits)
         : m_automaton(automaton)
         , m_text(text)
         , m_edits(edits)
         , m_size(static_cast<int>(text.size()))
-        , m_mostCost(mostCost)
-        , m_most(most)
-        , m_queues(static_cast<std::size_t>(mostCost) + 1)
+        , m_limits(limits)
+        , m_queues(static_cast<std::size_t>(limits.mostCost) + 1)
         // A position behind the end stands for a text that is being completed.
         , m_visits(static_cast<std::size_t>(automaton.countStates()) * (text.size() + 2))
     {
@@ -42,9 +40,13 @@ public:
     {
         // More steps would be guesses.
         constexpr std::size_t mostSteps = 4096;
+        constexpr std::size_t usualSteps = 256;
+        m_steps.reserve(usualSteps);
         push({none, 0, 0, Automaton::start, QChar(), {}}, 0);
-        for (Queue &queue : m_queues) {
-            while (queue.first != none && static_cast<int>(m_found.size()) < m_most && m_steps.size() < mostSteps) {
+        for (int cost = 0; cost <= m_limits.mostCost; ++cost) {
+            Queue &queue = m_queues[static_cast<std::size_t>(cost)];
+            while (queue.first != none && static_cast<int>(m_found.size()) < m_limits.most &&
+                   m_steps.size() < mostSteps) {
                 const int index = queue.first;
                 queue.first = m_steps[static_cast<std::size_t>(index)].nextInQueue;
                 follow(index);
@@ -74,7 +76,7 @@ private:
     void push(Step step, int cost)
     {
         step.cost += cost;
-        if (step.cost > m_mostCost || step.state == Automaton::dead)
+        if (step.cost > m_limits.mostCost || step.state == Automaton::dead)
             return;
         const int index = static_cast<int>(m_steps.size());
         Queue &queue = m_queues[static_cast<std::size_t>(step.cost)];
@@ -90,7 +92,7 @@ private:
     {
         const Step step = m_steps[static_cast<std::size_t>(index)];
         uchar &visits = m_visits[static_cast<std::size_t>(step.state * (m_size + 2) + step.at)];
-        if (visits >= m_most)
+        if (visits >= m_limits.most)
             return;
         ++visits;
         const bool isWhole = step.at >= m_size && m_automaton.accepted(step.state) != 0;
@@ -179,6 +181,8 @@ private:
         };
         if (std::any_of(m_found.begin(), m_found.end(), isOfSameChange))
             return;
+        if (m_found.empty())
+            m_limits.mostCost = qMin(m_limits.mostCost, last.cost + m_limits.mostMore);
         QString text;
         for (int at = index; at != none; at = m_steps[static_cast<std::size_t>(at)].parent) {
             if (!m_steps[static_cast<std::size_t>(at)].added.isNull())
@@ -193,8 +197,7 @@ private:
     const QStringView m_text;
     const std::vector<PositionEdits> &m_edits;
     const int m_size;
-    const int m_mostCost;
-    const int m_most;
+    NearLimits m_limits;
     std::vector<QChar> m_others;
     std::vector<QChar> m_digits;
     std::vector<Queue> m_queues;
@@ -205,10 +208,10 @@ private:
 
 } // namespace
 
-std::vector<NearText> Automaton::near(QStringView text, const std::vector<PositionEdits> &edits, int mostCost,
-                                      int most) const
+std::vector<NearText> Automaton::near(QStringView text, const std::vector<PositionEdits> &edits,
+                                      NearLimits limits) const
 {
-    return NearSearch(*this, text, edits, mostCost, most).run();
+    return NearSearch(*this, text, edits, limits).run();
 }
 
 } // namespace label

@@ -10,6 +10,7 @@
 #include "zelmar_label/label_table/rowdescription_p.h"
 
 #include <algorithm>
+#include <cstddef>
 
 namespace label {
 
@@ -65,17 +66,16 @@ Diagnosis::RowFacts factsOf(int index, const CommandFormatter &row)
             row.end()};
 }
 
-/// The typing error of a reason that may have one.
-Diagnosis::TypingError *typingErrorOf(Diagnosis::Reason &reason)
+/// A reason's own typing error; null for a reason without one.
+template<typename Fault>
+auto typingErrorOf(Fault &fault, int) -> decltype(&fault.typingError)
 {
-    if (auto *const front = std::get_if<Diagnosis::UnknownFront>(&reason))
-        return &front->typingError;
-    if (auto *const member = std::get_if<Diagnosis::UnknownFamilyMember>(&reason))
-        return &member->typingError;
-    if (auto *const incomplete = std::get_if<Diagnosis::Incomplete>(&reason))
-        return &incomplete->typingError;
-    auto *const unexpected = std::get_if<Diagnosis::UnexpectedCharacter>(&reason);
-    return unexpected ? &unexpected->typingError : nullptr;
+    return &fault.typingError;
+}
+template<typename Fault>
+std::nullptr_t typingErrorOf(Fault &, ...)
+{
+    return nullptr;
 }
 
 /// A reason's own position; -1 for a reason without one.
@@ -359,7 +359,8 @@ private:
     {
         const bool isFirst = m_result.suggestions.isEmpty();
         suggest({near.text});
-        Diagnosis::TypingError *const error = typingErrorOf(m_result.reason);
+        const auto find = [](auto &fault) -> Diagnosis::TypingError * { return typingErrorOf(fault, 0); };
+        Diagnosis::TypingError *const error = std::visit(find, m_result.reason);
         if (isFirst && !m_result.suggestions.isEmpty() && error)
             *error = typingError(address(), near.change);
     }
@@ -459,8 +460,8 @@ Diagnosis byInterface(LabelInterface &label, const QString &text, int type)
 
 const AddressDiagnosis::TypingError *AddressDiagnosis::typingError() const
 {
-    // Only looks for the member.
-    const TypingError *const error = typingErrorOf(const_cast<Reason &>(reason));
+    const auto find = [](const auto &fault) -> const TypingError * { return typingErrorOf(fault, 0); };
+    const TypingError *const error = std::visit(find, reason);
     return error && error->slip != Slip::None ? error : nullptr;
 }
 

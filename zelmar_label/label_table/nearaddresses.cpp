@@ -231,7 +231,7 @@ void NearAddresses::search(const NearFormat &format, TypingErrors &errors, int &
 {
     constexpr int most = 3;
     for (const NearText &near :
-         format.pattern->automaton()->near(m_address, errors.edits(format.reach), mostCost, most)) {
+         format.pattern->automaton()->near(m_address, errors.edits(format.reach), {mostCost, muchUnlikelier, most})) {
         const QString text = format.isFamily ? near.text : withValidNumber(m_view.row(format.row), near.text);
         const int row = text.isEmpty() ? -1 : m_view.accepting(text, m_type);
         if (row < 0)

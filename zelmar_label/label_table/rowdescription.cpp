@@ -23,7 +23,7 @@ std::vector<NearText> shortestTexts(const Pattern &pattern, const QString &front
     std::vector<PositionEdits> edits(static_cast<std::size_t>(front.size()) + 1);
     edits.back().missingCost = 1;
     edits.back().moreMissingCost = 1;
-    return pattern.automaton()->near(front, edits, longestEnd, most);
+    return pattern.automaton()->near(front, edits, {longestEnd, longestEnd, most});
 }
 
 /// A shortest address with which a form uses the template row.
