@@ -487,6 +487,9 @@ void TestDriverLinter::orderIsFound_data()
         {fewDigits, {"(R)([1-9]\\d{0,3}|0)", "10", "99", "", "10", "3"}}, "5:row-shadowed");
     add("a special register in front of the others",
         {{"(R)(0*\\d{1,4})", "100", "199", "", "10", "3"}, {"(R)(0*\\d{1,5})", "0", "9999"}}, "");
+    add("a pattern too large to be compared",
+        {{"(R)(0*\\d{1,900}(?:[A-Z]?\\d){0,900})", "0", "9999"}, {"(R)(0*\\d{1,4})", "0", "9999"}},
+        "4:digits-unbounded");
     add("an overlap that an earlier row takes", {{"(R)(0*\\d{1,3})", "0", "99", "", "10", "3"}, fewDigits, wideNoZeros},
         "5:row-shadowed");
 }
@@ -506,8 +509,9 @@ void TestDriverLinter::overlapShowsAnAddressAndBothRows()
     QVERIFY(!findings.first().isError());
     QCOMPARE(findings.first().line, 9);
     QCOMPARE(findings.first().column, QStringLiteral("pattern"));
-    QCOMPARE(findings.first().what, QStringLiteral("both R3 (line 8) and the row accept R0 and read it differently: R3 "
-                                                   "(line 8) takes it, since it comes first"));
+    QCOMPARE(findings.first().what,
+             QStringLiteral("R3 (line 8) and R4 (line 9) both accept R0 and read it differently; "
+                            "R3 (line 8) comes first and takes it"));
 }
 
 void TestDriverLinter::findingTellsItsPlace()

@@ -108,6 +108,13 @@ bool hasLongRule(const Subject &subject, int row)
     return !isScripted(subject, row) && subject.field(row, "multiple_rule").size() > 2;
 }
 
+/// More than one number, which no script reads.
+bool hasNumbersForTwo(const Subject &subject, int row)
+{
+    return isFixedRow(subject, row) && !isScripted(subject, row) &&
+           subject.field(row, "start") != subject.field(row, "end");
+}
+
 bool isFixedBitOrScript(const Subject &subject, int row)
 {
     return isFixedRow(subject, row) && isBit(subject, row);
@@ -182,6 +189,25 @@ int shadow(Subject &subject, int row)
     subject.set(row, "pattern", QStringLiteral("(?:%1)").arg(subject.field(row, "pattern")));
     subject.set(row, "description", QStringLiteral("greedy"));
     return row + 2;
+}
+
+/// Two rows before this one, each with half of its numbers.
+int shadowByTwo(Subject &subject, int row)
+{
+    const int base = subject.field(row, "base").toInt();
+    const int first = subject.field(row, "start").toInt(nullptr, base);
+    const int last = subject.field(row, "end").toInt(nullptr, base);
+    const int middle = first + (last - first) / 2;
+    const QString pattern = subject.field(row, "pattern");
+    subject.driver.rows.insert(row, subject.driver.rows.at(row));
+    subject.set(row, "pattern", QStringLiteral("(?:%1)").arg(pattern));
+    subject.set(row, "description", QStringLiteral("greedy below"));
+    subject.set(row, "end", QString::number(middle, base));
+    subject.driver.rows.insert(row + 1, subject.driver.rows.at(row + 1));
+    subject.set(row + 1, "pattern", QStringLiteral("(?:(?:%1))").arg(pattern));
+    subject.set(row + 1, "description", QStringLiteral("greedy above"));
+    subject.set(row + 1, "start", QString::number(middle + 1, base));
+    return row + 3;
 }
 
 int convertToNowhere(Subject &subject, int row)
@@ -302,6 +328,7 @@ QList<Mutation> mutations()
         {"a unit without bytes", "data-size", "data_size", isAnyRow, setting("data_size", "0")},
         {"an alignment that the start misses", "alignment-start", "start", isRuledRegister, contradictAlignment},
         {"a row behind one that takes its addresses", "row-shadowed", "pattern", isFixedRow, shadow},
+        {"a row behind two that take its addresses", "row-shadowed", "pattern", hasNumbersForTwo, shadowByTwo},
         {"a register that has no row", "register-missing", "multiple_rule", isConvertingBit, convertToNowhere},
         {"a family without its row", "family-missing", "pattern", isTemplate, removeRow},
         {"an unclear continue rule", "continue", "continue", isAnyRow, setting("continue", "maybe")},

@@ -81,7 +81,7 @@ private:
             QStringLiteral("move the row before the rows that accept its addresses, or narrow their patterns"));
     }
 
-    /// An address of both rows that they read differently; empty if none is known.
+    /// An address that `other` takes from the row and reads differently; empty if none is known.
     QString ambiguousAddress(const LintRow &other) const
     {
         constexpr int mostTexts = 100;
@@ -104,9 +104,8 @@ private:
                 continue;
             m_context.report.rowWarning(
                 m_row.index, "row-overlaps", "pattern",
-                QStringLiteral("both %1 and the row accept %2 and read it differently: %1 takes it, since it comes "
-                               "first")
-                    .arg(nameOf(m_context, *other), address),
+                QStringLiteral("%1 and %2 both accept %3 and read it differently; %1 comes first and takes it")
+                    .arg(nameOf(m_context, *other), nameOf(m_context, m_row), address),
                 QStringLiteral("narrow the pattern or the limits of one of the rows, so that each address has one "
                                "meaning"));
             return;
