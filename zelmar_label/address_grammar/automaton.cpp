@@ -13,6 +13,7 @@ namespace {
 
 constexpr std::size_t mostStates = 4096;
 constexpr std::size_t mostClasses = 250;
+constexpr std::size_t mostPairs = 50000;
 constexpr uint lastAscii = 127;
 
 bool isShorter(const QString &left, const QString &right)
@@ -106,28 +107,29 @@ std::optional<Automaton> Automaton::of(PatternExpressions &expressions, const st
     automaton.divide(sets);
     if (automaton.m_classes > mostClasses || roots.size() > mostExpressions)
         return std::nullopt;
-    const std::vector<Expression> nothing(roots.size(), expressions.nothing());
-    std::map<std::vector<Expression>, State> known = {{nothing, dead}};
-    std::vector<std::vector<Expression>> states = {nothing};
-    const auto stateOf = [&](const std::vector<Expression> &parts) {
-        const auto [place, isNew] = known.insert({parts, static_cast<State>(states.size())});
+    std::map<std::vector<Expression>, State> known;
+    std::vector<const std::vector<Expression> *> states;
+    const auto addState = [&](const std::vector<Expression> &parts) {
+        const auto [place, isNew] = known.try_emplace(parts, static_cast<State>(states.size()));
         if (isNew)
-            states.push_back(parts);
-        return place->second;
+            states.push_back(&place->first);
+        return place;
     };
+    addState(std::vector<Expression>(roots.size(), expressions.nothing()));
     // The start is a state of its own, so that its number is known also when it can match nothing.
-    states.push_back(roots);
-    known.insert({roots, start});
+    if (addState(roots)->second == dead)
+        states.push_back(&known.begin()->first);
+    std::vector<Expression> parts;
     for (std::size_t state = 0; state < states.size(); ++state) {
         Accepted accepted = 0;
         for (std::size_t index = 0; index < roots.size(); ++index)
-            accepted |= Accepted(expressions.isNullable(states[state][index]) ? 1 : 0) << index;
+            accepted |= Accepted(expressions.isNullable((*states[state])[index]) ? 1 : 0) << index;
         automaton.m_accepted.push_back(accepted);
         for (const uint unit : automaton.m_units) {
-            std::vector<Expression> parts = states[state];
+            parts = *states[state];
             for (Expression &part : parts)
                 part = expressions.derivative(part, unit);
-            automaton.m_next.push_back(stateOf(parts));
+            automaton.m_next.push_back(addState(parts)->second);
         }
         if (states.size() > mostStates || expressions.isFull())
             return std::nullopt;
@@ -314,12 +316,16 @@ bool Automaton::hasAmbiguousMarks() const
     };
     visit({start, start, false});
     while (!open.empty()) {
+        if (seen.size() > mostPairs)
+            return true;
         const Runs runs = open.back();
         open.pop_back();
         for (const std::vector<uint> &leftMarks : marks) {
             for (const std::vector<uint> &rightMarks : marks) {
                 const State left = behind(runs.left, leftMarks);
                 const State right = behind(runs.right, rightMarks);
+                if (left == dead || right == dead)
+                    continue;
                 const bool differ = runs.differ || &leftMarks != &rightMarks;
                 if (differ && m_accepted[left] != 0 && m_accepted[right] != 0)
                     return true;

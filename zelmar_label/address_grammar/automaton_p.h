@@ -120,7 +120,8 @@ public:
     /// A shortest text that both accept.
     std::optional<QString> sharedText(const Automaton &other) const;
 
-    /// True when some text is accepted in two ways that differ in the places of their marks.
+    /// True when some text is accepted in two ways that differ in the places of their marks, and when this is not known
+    /// soon.
     bool hasAmbiguousMarks() const;
 
     /// Accepted texts near `text`, at most `limits.most`, the lowest cost first. `edits` has an entry for each

@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <functional>
 #include <iterator>
+#include <utility>
 
 namespace label {
 
@@ -17,6 +18,28 @@ quint64 derivativeKey(Expression expression, uint unit)
 }
 
 } // namespace
+
+std::size_t ExpressionTable::placeOf(quint64 key) const
+{
+    // Spreads keys that differ in any of their bits over the upper half.
+    const quint64 spread = key * 0x9e3779b97f4a7c15u;
+    std::size_t place = static_cast<std::size_t>(spread >> 32) & (m_entries.size() - 1);
+    while (m_entries[place].value != none && m_entries[place].key != key)
+        place = (place + 1) & (m_entries.size() - 1);
+    return place;
+}
+
+void ExpressionTable::insert(quint64 key, Expression value)
+{
+    if (2 * ++m_count > m_entries.size()) {
+        const std::vector<Entry> entries = std::exchange(m_entries, std::vector<Entry>(2 * m_entries.size()));
+        for (const Entry &entry : entries) {
+            if (entry.value != none)
+                m_entries[placeOf(entry.key)] = entry;
+        }
+    }
+    m_entries[placeOf(key)] = {key, value};
+}
 
 PatternExpressions::PatternExpressions()
 {
@@ -30,13 +53,13 @@ Expression PatternExpressions::stored(Kind kind, int left, int right, bool isNul
     constexpr int bits = 20;
     static_assert(mostStored < 1 << bits, "indexes share a key");
     const quint64 key = quint64(kind) << 2 * bits | quint64(left) << bits | quint64(right);
-    const auto known = m_known.find(key);
-    if (known != m_known.end())
-        return known->second;
+    const Expression known = m_known.find(key);
+    if (known != ExpressionTable::none)
+        return known;
     m_isFull = m_isFull || count() >= mostStored;
     if (m_isFull)
         return nothing();
-    m_known.insert({key, count()});
+    m_known.insert(key, count());
     m_nodes.push_back({kind, left, right, isNullable});
     return count() - 1;
 }
@@ -133,21 +156,21 @@ Expression PatternExpressions::derivative(Expression expression, uint unit)
 {
     if (isSimple(expression))
         return derived(expression, unit);
-    const auto known = m_derivatives.find(derivativeKey(expression, unit));
-    if (known != m_derivatives.end())
-        return known->second;
+    const Expression known = m_derivatives.find(derivativeKey(expression, unit));
+    if (known != ExpressionTable::none)
+        return known;
     // Chains may be long. Taken from their ends, they need no deep recursion.
     std::vector<Expression> open = {expression};
     while (isChain(open.back())) {
         const Expression rest = m_nodes[size_t(open.back())].right;
-        if (isSimple(rest) || m_derivatives.count(derivativeKey(rest, unit)) != 0)
+        if (isSimple(rest) || m_derivatives.find(derivativeKey(rest, unit)) != ExpressionTable::none)
             break;
         open.push_back(rest);
     }
     Expression result = nothing();
     for (auto part = open.rbegin(); part != open.rend(); ++part) {
         result = derived(*part, unit);
-        m_derivatives.insert({derivativeKey(*part, unit), result});
+        m_derivatives.insert(derivativeKey(*part, unit), result);
     }
     return result;
 }

@@ -6,7 +6,6 @@
 
 #include "zelmar_label/address_grammar/characterset_p.h"
 
-#include <unordered_map>
 #include <vector>
 
 namespace label {
@@ -17,6 +16,32 @@ constexpr uint groupEndMark = CharacterSet::lastUnit + 2;
 
 /// An index into the expressions of one `PatternExpressions`. Equal expressions have equal indexes.
 using Expression = int;
+
+/// Expressions by keys; an entry needs no memory of its own.
+class ExpressionTable
+{
+public:
+    static constexpr Expression none = -1;
+
+    /// `none` for an unknown key.
+    Expression find(quint64 key) const { return m_entries[placeOf(key)].value; }
+    /// `key` is not known yet.
+    void insert(quint64 key, Expression value);
+
+private:
+    struct Entry
+    {
+        quint64 key = 0;
+        Expression value = none;
+    };
+
+    /// Where the key is, or is to be.
+    std::size_t placeOf(quint64 key) const;
+
+    /// A power of two, of which less than half have a value.
+    std::vector<Entry> m_entries = std::vector<Entry>(128);
+    std::size_t m_count = 0;
+};
 
 /// Regular expressions with intersection and complement, each stored once, and their derivatives.
 ///
@@ -84,8 +109,8 @@ private:
     bool m_isFull = false;
     std::vector<Node> m_nodes;
     std::vector<CharacterSet> m_sets;
-    std::unordered_map<quint64, Expression> m_known;
-    std::unordered_map<quint64, Expression> m_derivatives;
+    ExpressionTable m_known;
+    ExpressionTable m_derivatives;
 };
 
 } // namespace label
