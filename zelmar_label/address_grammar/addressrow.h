@@ -6,6 +6,7 @@
 
 #include "zelmar_label/address_grammar/multiplerule.h"
 #include "zelmar_label/address_grammar/pattern.h"
+#include "zelmar_label/address_grammar/rangereader_p.h"
 
 #include <QString>
 #include <QStringView>
@@ -51,10 +52,7 @@ public:
     int number(QStringView range) const;
 
     /// True when the limits are known and the number is within them, and aligned on a register row.
-    bool isValid(int number) const
-    {
-        return first && last && *first <= number && number <= *last && (isBit() || rule.isAligned(number));
-    }
+    bool isValid(int number) const { return first && last && reader.isValid(number); }
 
     /// The bit that the rule reads in the range string of a bit row; -1 when there is none.
     int bit(QStringView range) const;
@@ -69,6 +67,8 @@ public:
     const std::optional<int> first;
     const std::optional<int> last;
     const QString scriptPath;
+    /// Reads most range strings faster than the rule.
+    const RangeReader reader;
 };
 
 } // namespace label

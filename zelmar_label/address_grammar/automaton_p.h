@@ -90,8 +90,10 @@ public:
     /// The state after the whole text.
     State walk(State state, QStringView text) const
     {
+        const State *const table = m_next.data();
+        const uint classes = m_classes;
         for (const QChar *unit = text.begin(); unit != text.end() && state != dead; ++unit)
-            state = next(state, unit->unicode());
+            state = table[state * classes + classOf(unit->unicode())];
         return state;
     }
 

@@ -60,11 +60,13 @@ int CommandFormatter::getAddresRangePart(const QString &address) const
 
 int CommandFormatter::getbitOffset(const QString &address) const
 {
-    if (!m_row->isBit() || !m_row->pattern.isFoundIn(address))
+    if (!m_row->isBit())
+        return -1;
+    const TextPlace range = rangePlace(address);
+    if (range.start < 0 && !m_row->pattern.isFoundIn(address))
         return -1;
     if (m_script)
         return m_script->bitoffset(address);
-    const TextPlace range = rangePlace(address);
     return m_row->bit(QStringView(address).mid(qMax(0, range.start), range.size));
 }
 

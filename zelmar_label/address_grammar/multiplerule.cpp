@@ -316,23 +316,23 @@ QString MultipleRule::registerSymbol(const QString &defaultSymbol) const
     return registerTail.contains(separator) ? registerTail.section(separator, 1, 1) : defaultSymbol;
 }
 
-bool MultipleRule::isAligned(int value) const
+MultipleRule::LowBits MultipleRule::alignedBits() const
 {
     switch (m_alignment) {
     case Alignment::Of8:
-        return isMultipleOf8(value);
+        return {7, 0};
     case Alignment::Of8Plus1:
-        return isMultipleOf8Plus1(value);
+        return {7, 1};
     case Alignment::Of16:
-        return isMultipleOf16(value);
+        return {15, 0};
     case Alignment::Of64Plus1:
-        return isMultipleOf64Plus1(value);
+        return {63, 1};
     case Alignment::Of16Plus1:
-        return isMultipleOf16Plus1(value);
+        return {15, 1};
     case Alignment::None:
         break;
     }
-    return true;
+    return {0, 0};
 }
 
 int MultipleRule::aligmentSize() const

@@ -75,8 +75,22 @@ public:
     /// The radix of the bit part and its steps; 32 means a decimal bit from 0 to 31; -1 none.
     int bitRadix() const { return m_bitRadix; }
 
-    /// True when `value` is aligned, or when the rule has no alignment.
-    bool isAligned(int value) const;
+    /// The radix in which a split rule reads its bits; -1 for an unknown radix word.
+    int readRadix() const { return m_readRadix; }
+
+    /// The number of the first bit of a word on a split rule: 1 for "fam3", else 0.
+    int firstBit() const { return m_countsBitsFromOne ? 1 : 0; }
+
+    /// The low bits of aligned numbers: those under `mask` are `rest`. Both are 0 without alignment.
+    struct LowBits
+    {
+        int mask;
+        int rest;
+    };
+    LowBits alignedBits() const;
+
+    /// True when `value` is aligned, or when the rule has no alignment. Negative numbers may be aligned too.
+    bool isAligned(int value) const { return (value & alignedBits().mask) == alignedBits().rest; }
 
     /// True when the rule has an alignment.
     bool hasAlignment() const { return m_alignment != Alignment::None; }

@@ -107,12 +107,13 @@ int AddressTable::append(std::shared_ptr<const CommandFormatter> formatter)
     const Row &row = rowAt(index);
     if (row.looksAhead)
         add(m_lookingAhead, index);
-    if (!joinSame(index)) {
-        if (m_index.add(index, row.formatter->compiledRow(), !row.isNoisy))
-            m_isCompiled.store(false, std::memory_order_release);
-        else
-            add(m_alone, index);
-    }
+    const AddressRow &facts = row.formatter->compiledRow();
+    if (joinSame(index))
+        m_index.listOnly(index, facts);
+    else if (m_index.add(index, facts, !row.isNoisy, !row.looksAhead))
+        m_isCompiled.store(false, std::memory_order_release);
+    else
+        add(m_alone, index);
     m_size.store(index + 1, std::memory_order_release);
     return index;
 }
@@ -141,10 +142,8 @@ bool AddressTable::joinSame(int index)
     return true;
 }
 
-void AddressTable::compile() const
+void AddressTable::compileAdded() const
 {
-    if (m_isCompiled.load(std::memory_order_acquire))
-        return;
     const std::lock_guard<std::mutex> lock(m_writing);
     for (const int tooLarge : m_index.compile())
         add(m_alone, tooLarge);
@@ -186,22 +185,37 @@ bool AddressTable::findPlain(QStringView device, int type, AddressVerdict &verdi
     m_index.visitMatches(device, [&](const RowLeaf &leaf) {
         isPlain = isPlain && leaf.isPlain;
         const bool isBefore = verdict.row < 0 || leaf.row < verdict.row;
-        if (!isPlain || !isBefore || !passesTypeFilter(leaf.type, type))
-            return;
-        const TextPlace range = rangeIn(device, leaf);
-        const int number = leaf.facts->number(device.mid(range.start, range.size));
-        if (number != -1 && !leaf.facts->isValid(number))
-            return;
-        verdict.row = leaf.row;
-        verdict.number = number;
-        setRange(verdict, range);
+        if (isPlain && isBefore && passesTypeFilter(leaf.type, type))
+            acceptPlain(leaf, device, verdict);
     });
     return isPlain;
+}
+
+RangeReader::Numbers AddressTable::readByRule(const AddressRow &row, QStringView range)
+{
+    return {row.number(range), bitOf(row, range), true};
+}
+
+/// Sets the verdict if the number is valid.
+void AddressTable::acceptPlain(const RowLeaf &leaf, QStringView device, AddressVerdict &verdict)
+{
+    const TextPlace range = rangeIn(device, leaf);
+    const QStringView text(device.data() + range.start, range.size);
+    RangeReader::Numbers read = leaf.reader.read(text);
+    if (!read.isKnown)
+        read = readByRule(*leaf.facts, text);
+    if (read.number != -1 && !leaf.reader.isValid(read.number))
+        return;
+    verdict.row = leaf.row;
+    verdict.number = read.number;
+    verdict.bit = read.bit;
+    setRange(verdict, range);
 }
 
 /// Asks the rows that match in their order, so that they write to the debug log in it.
 void AddressTable::findInTurn(QStringView device, int type, AddressVerdict &verdict) const
 {
+    verdict.row = -1;
     Matches matches;
     m_index.visitMatches(device, [&](const RowLeaf &leaf) { matches.add(leaf); });
     if (const std::vector<int> *const alone = m_alone.load(std::memory_order_acquire)) {
@@ -224,31 +238,26 @@ void AddressTable::findInTurn(QStringView device, int type, AddressVerdict &verd
     }
 }
 
-void AddressTable::find(QStringView device, int type, AddressVerdict &verdict) const
-{
-    compile();
-    verdict.row = -1;
-    if (findPlain(device, type, verdict))
-        return;
-    verdict.row = -1;
-    findInTurn(device, type, verdict);
-}
-
 int AddressTable::first(QStringView device, int type) const
 {
     AddressVerdict verdict;
-    find(device, type, verdict);
+    compile();
+    if (!findPlain(device, type, verdict))
+        findInTurn(device, type, verdict);
     return verdict.row;
 }
 
 void AddressTable::judge(QStringView device, int type, AddressVerdict &verdict) const
 {
-    find(device, type, verdict);
-    verdict.isAccepted = verdict.row >= 0;
-    if (verdict.isAccepted) {
-        verdict.bit = bitOf(at(verdict.row), device, {verdict.rangeStart, verdict.rangeSize});
-        return;
+    compile();
+    if (!findPlain(device, type, verdict)) {
+        findInTurn(device, type, verdict);
+        const TextPlace range{verdict.rangeStart, verdict.rangeSize};
+        verdict.bit = verdict.row < 0 ? -1 : bitOf(at(verdict.row), device, range);
     }
+    verdict.isAccepted = verdict.row >= 0;
+    if (verdict.isAccepted)
+        return;
     verdict.number = -1;
     verdict.rangeStart = -1;
     verdict.rangeSize = 0;
@@ -275,45 +284,75 @@ bool AddressTable::readAddress(const CommandFormatter &formatter, QStringView de
 
 int AddressTable::bitOf(const CommandFormatter &formatter, QStringView device, TextPlace range)
 {
-    const AddressRow &row = formatter.compiledRow();
-    if (!row.isBit())
-        return -1;
     if (formatter.isScripted())
-        return formatter.getbitOffset(device.toString());
+        return formatter.compiledRow().isBit() ? formatter.getbitOffset(device.toString()) : -1;
+    return bitOf(formatter.compiledRow(), device.mid(qMax(0, range.start), range.size));
+}
+
+int AddressTable::bitOf(const AddressRow &row, QStringView range)
+{
     // Any other rule has no bits.
     const bool hasBits = row.rule.isSplit() || (row.rule.isOnePart() && row.rule.bitRadix() >= 0);
-    return hasBits ? row.bit(device.mid(qMax(0, range.start), range.size)) : -1;
+    return row.isBit() && hasBits ? row.bit(range) : -1;
+}
+
+/// Rows that are not listed under a longer text, in ascending order.
+std::vector<int> AddressTable::unlisted(const std::vector<int> &found, int type) const
+{
+    const int count = size();
+    std::vector<int> rows;
+    for (const int first : found) {
+        for (int index = first; index >= 0 && index < count;) {
+            const Row &row = rowAt(index);
+            if (passesTypeFilter(row.type, type))
+                rows.push_back(index);
+            index = row.nextSame.load(std::memory_order_acquire);
+        }
+    }
+    std::sort(rows.begin(), rows.end());
+    rows.erase(std::unique(rows.begin(), rows.end()), rows.end());
+    return rows;
 }
 
 QList<int> AddressTable::completions(QStringView device, int type) const
 {
     compile();
-    const int count = size();
-    std::vector<quint64> found((size_t(count) + 63) / 64);
-    const auto mark = [&](int index) {
-        for (; index >= 0 && index < count; index = rowAt(index).nextSame.load(std::memory_order_acquire))
-            found[size_t(index) / 64] |= quint64(1) << (index % 64);
-    };
-    m_index.visitCompletions(device, [&](const RowLeaf &leaf) {
+    std::vector<int> found;
+    const GrowingRows *const listed = m_index.visitCompletions(device, [&](const RowLeaf &leaf) {
         if (!rowAt(leaf.row).looksAhead)
-            mark(leaf.row);
+            found.push_back(leaf.row);
     });
     for (const std::vector<int> *const list :
          {m_alone.load(std::memory_order_acquire), m_lookingAhead.load(std::memory_order_acquire)}) {
         for (std::size_t place = 0; list && place < list->size(); ++place) {
             const int index = (*list)[place];
             if (passesTypeFilter(rowAt(index).type, type) && at(index).compiledPattern().canBeCompleted(device))
-                mark(index);
+                found.push_back(index);
         }
     }
+    std::vector<int> others = unlisted(found, type);
     QList<int> indexes;
-    for (std::size_t word = 0; word < found.size(); ++word) {
-        for (quint64 rows = found[word]; rows != 0; rows &= rows - 1) {
-            const int index = int(word) * 64 + int(qCountTrailingZeroBits(rows));
-            if (passesTypeFilter(rowAt(index).type, type))
-                indexes.append(index);
-        }
-    }
+    indexes.reserve(static_cast<int>(others.size()) + (listed ? listed->size() : 0));
+    // The rows that are not listed are few: the loop over the others tests only for the next of them.
+    others.push_back(size());
+    auto other = others.begin();
+    const auto appendOthers = [&](int end) {
+        for (; *other < end; ++other)
+            indexes.append(*other);
+        other += *other == end && end < others.back() ? 1 : 0;
+    };
+    const bool wantsBits = passesTypeFilter(BitType, type);
+    const bool wantsRegisters = passesTypeFilter(WordType, type);
+    const auto append = [&](ListedRow row) {
+        const int index = static_cast<int>(row.index);
+        if (index >= *other)
+            appendOthers(qMin(index, others.back()));
+        if ((row.isBit ? wantsBits : wantsRegisters) && index < others.back())
+            indexes.append(index);
+    };
+    if (listed)
+        listed->visit(append);
+    appendOthers(others.back());
     return indexes;
 }
 

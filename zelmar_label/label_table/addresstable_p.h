@@ -39,7 +39,11 @@ public:
     int append(std::shared_ptr<const CommandFormatter> formatter);
 
     /// Compiles the rows that were appended.
-    void compile() const;
+    void compile() const
+    {
+        if (!m_isCompiled.load(std::memory_order_acquire))
+            compileAdded();
+    }
 
     /// Number of rows.
     int size() const { return m_size.load(std::memory_order_acquire); }
@@ -86,6 +90,7 @@ private:
         std::size_t row;
     };
 
+    void compileAdded() const;
     static Place placeOf(int index);
     const Row &rowAt(int index) const;
     Row &rowAt(int index);
@@ -93,10 +98,13 @@ private:
     void add(std::atomic<const std::vector<int> *> &list, int index) const;
     bool joinSame(int index);
     static bool accepts(const Row &row, const RowLeaf &leaf, QStringView device, AddressVerdict &verdict);
-    /// As `judge`, without the bit. False, with any verdict, when a row matches that must be asked in its turn.
+    std::vector<int> unlisted(const std::vector<int> &found, int type) const;
+    static RangeReader::Numbers readByRule(const AddressRow &row, QStringView range);
+    static void acceptPlain(const RowLeaf &leaf, QStringView device, AddressVerdict &verdict);
+    static int bitOf(const AddressRow &row, QStringView range);
+    /// Finds the row that accepts. False, with any verdict, when a row matches that must be asked in its turn.
     bool findPlain(QStringView device, int type, AddressVerdict &verdict) const;
     void findInTurn(QStringView device, int type, AddressVerdict &verdict) const;
-    void find(QStringView device, int type, AddressVerdict &verdict) const;
 
     static constexpr int firstSegment = 64;
     static constexpr int mostSegments = 24;

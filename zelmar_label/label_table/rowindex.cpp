@@ -83,8 +83,39 @@ std::optional<QStringList> wordsOf(const PatternNode &node)
     return isLong || words.size() > int(mostBranches) ? std::nullopt : std::optional(words);
 }
 
+bool mayBeginWith(const PatternNode &node, uint unit)
+{
+    switch (node.kind) {
+    case Kind::Characters:
+        return node.characters.contains(unit);
+    case Kind::Sequence:
+        for (const PatternNode &child : node.children) {
+            if (mayBeginWith(child, unit))
+                return true;
+            if (widthOf(child).least > 0)
+                return false;
+        }
+        return false;
+    default:
+        return std::any_of(node.children.begin(), node.children.end(),
+                           [unit](const PatternNode &child) { return mayBeginWith(child, unit); });
+    }
+}
+
+ListedRow listedRow(int index, const AddressRow &row)
+{
+    return {static_cast<quint32>(index), row.isBit() ? 1U : 0U};
+}
+
+bool holdsStart(const PatternNode &node)
+{
+    return node.kind == Kind::Start || std::any_of(node.children.begin(), node.children.end(), holdsStart);
+}
+
+} // namespace
+
 /// The texts that all matches of a pattern begin with, and the parts of the pattern behind them.
-class Opening
+class RowIndex::Opening
 {
 public:
     Opening(const PatternNode &tree, int group)
@@ -105,8 +136,17 @@ public:
     /// True when the rest begins at the start of the address.
     bool isAtStart() const { return m_branches.size() == 1 && m_branches.front().text.isEmpty(); }
 
+    /// True when the rest asks for the start of the address, which is elsewhere behind a text.
+    bool holdsStartBehind() const
+    {
+        return std::any_of(m_rest.begin(), m_rest.end(), [](const PatternNode *node) { return holdsStart(*node); });
+    }
+
     /// True when the group ends inside the texts.
     bool isGroupClosed() const { return m_isGroupClosed; }
+
+    /// True when an address may begin in two ways that differ in the place of the group.
+    bool mayBranchTwice(const PatternNode &rest) const;
 
 private:
     void read(const PatternNode &node)
@@ -155,35 +195,10 @@ private:
     bool m_isGroupClosed = false;
 };
 
-bool holdsStart(const PatternNode &node)
+bool RowIndex::Opening::mayBranchTwice(const PatternNode &rest) const
 {
-    return node.kind == Kind::Start || std::any_of(node.children.begin(), node.children.end(), holdsStart);
-}
-
-bool mayBeginWith(const PatternNode &node, uint unit)
-{
-    switch (node.kind) {
-    case Kind::Characters:
-        return node.characters.contains(unit);
-    case Kind::Sequence:
-        for (const PatternNode &child : node.children) {
-            if (mayBeginWith(child, unit))
-                return true;
-            if (widthOf(child).least > 0)
-                return false;
-        }
-        return false;
-    default:
-        return std::any_of(node.children.begin(), node.children.end(),
-                           [unit](const PatternNode &child) { return mayBeginWith(child, unit); });
-    }
-}
-
-/// True when an address may begin in two ways that differ in the place of the group.
-bool mayBranchTwice(const Opening &opening, const PatternNode &rest)
-{
-    for (const Opening::Branch &shorter : opening.branches()) {
-        for (const Opening::Branch &longer : opening.branches()) {
+    for (const Branch &shorter : m_branches) {
+        for (const Branch &longer : m_branches) {
             if (longer.groupStart == shorter.groupStart || !longer.text.startsWith(shorter.text))
                 continue;
             const int size = shorter.text.size();
@@ -194,9 +209,7 @@ bool mayBranchTwice(const Opening &opening, const PatternNode &rest)
     return false;
 }
 
-} // namespace
-
-bool RowIndex::add(int index, const AddressRow &row, bool mayBePlain)
+bool RowIndex::add(int index, const AddressRow &row, bool mayBePlain, bool isListed)
 {
     const PatternSyntax syntax(row.columns.pattern);
     if (!syntax.tree)
@@ -204,17 +217,19 @@ bool RowIndex::add(int index, const AddressRow &row, bool mayBePlain)
     const int group = row.columns.addressGroupIndex;
     const Opening opening(*syntax.tree, group);
     const Rest *const rest = restOf(opening.rest());
-    // Behind a text, the start of the address is elsewhere.
-    if (!opening.isAtStart() && holdsStart(rest->tree))
+    if (!opening.isAtStart() && opening.holdsStartBehind())
         return false;
+    if (isListed)
+        list(opening, listedRow(index, row));
     const GroupPosition position = positionOf(*syntax.tree, group);
     const bool isPlaceFixed = position.isFound && !position.isOptional && !position.isRepeated &&
                               position.behind.isFixed() && !opening.isGroupClosed() &&
-                              !mayBranchTwice(opening, rest->tree);
+                              !opening.mayBranchTwice(rest->tree);
     for (const Opening::Branch &branch : opening.branches()) {
         RowLeaf leaf;
         leaf.row = index;
         leaf.type = row.columns.type;
+        leaf.reader = row.reader;
         leaf.facts = &row;
         if (isPlaceFixed && (branch.groupStart >= 0 || position.before.isFixed())) {
             leaf.rangeStart = branch.groupStart >= 0 ? branch.groupStart : position.before.least;
@@ -227,6 +242,27 @@ bool RowIndex::add(int index, const AddressRow &row, bool mayBePlain)
         node.added.emplace_back(rest, leaf);
     }
     return true;
+}
+
+void RowIndex::listOnly(int index, const AddressRow &row)
+{
+    const PatternSyntax syntax(row.columns.pattern);
+    if (!syntax.tree)
+        return;
+    const Opening opening(*syntax.tree, row.columns.addressGroupIndex);
+    if (opening.isAtStart() || !opening.holdsStartBehind())
+        list(opening, listedRow(index, row));
+}
+
+void RowIndex::list(const Opening &opening, ListedRow row)
+{
+    for (const Opening::Branch &branch : opening.branches()) {
+        Node *node = &m_root;
+        for (const QChar character : branch.text) {
+            node->below.append(row);
+            node = &childMade(*node, character.unicode());
+        }
+    }
 }
 
 std::vector<int> RowIndex::compile()
@@ -302,11 +338,15 @@ std::shared_ptr<const Automaton> RowIndex::automatonOf(const std::vector<const R
 RowIndex::Node &RowIndex::nodeOf(const QString &text)
 {
     Node *node = &m_root;
-    for (const QChar character : text) {
-        Node *const child = childOf(*node, character.unicode());
-        node = child ? child : &addChild(*node, character.unicode());
-    }
+    for (const QChar character : text)
+        node = &childMade(*node, character.unicode());
     return *node;
+}
+
+RowIndex::Node &RowIndex::childMade(Node &parent, ushort unit)
+{
+    Node *const child = childOf(parent, unit);
+    return child ? *child : addChild(parent, unit);
 }
 
 RowIndex::Node &RowIndex::addChild(Node &parent, ushort unit)

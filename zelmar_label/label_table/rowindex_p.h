@@ -6,6 +6,8 @@
 
 #include "zelmar_label/address_grammar/automaton_p.h"
 #include "zelmar_label/address_grammar/patternsyntax_p.h"
+#include "zelmar_label/address_grammar/rangereader_p.h"
+#include "zelmar_label/label_table/growingrows_p.h"
 
 #include <QStringView>
 #include <QtAlgorithms>
@@ -32,9 +34,11 @@ struct RowLeaf
     int rangeStart = -1;
     int behindRange = 0;
     int type = 0;
-    const AddressRow *facts = nullptr;
-    /// True when the place of the range string and `facts` alone decide, and nothing is written to the debug log.
+    /// True when the number alone decides, and nothing is written to the debug log.
     bool isPlain = false;
+    RangeReader reader;
+    /// For what `reader` does not read.
+    const AddressRow *facts = nullptr;
 };
 
 /// The patterns of all rows of a table as one automaton: a tree over the fixed texts that addresses begin with, and
@@ -49,8 +53,12 @@ public:
     Q_DISABLE_COPY(RowIndex)
 
     /// Adds a row, which must outlive the index; it is found after the next `compile`. `mayBePlain` is false for a row
-    /// that may write to the debug log. False for a pattern that is not read, which the index does not take.
-    bool add(int index, const AddressRow &row, bool mayBePlain);
+    /// that may write to the debug log; a row that is not listed is no completion of shorter texts. False for a pattern
+    /// that is not read, which the index does not take.
+    bool add(int index, const AddressRow &row, bool mayBePlain, bool isListed);
+
+    /// Lists a row that accepts the same addresses as an added one.
+    void listOnly(int index, const AddressRow &row);
 
     /// Compiles what was added since the last call. Returns the rows whose patterns are too large: the index does not
     /// find them, or not behind all their texts.
@@ -66,16 +74,16 @@ public:
         });
     }
 
-    /// As above, for each row whose pattern matches the text or a longer one.
+    /// As above, for the rows whose pattern matches the text or a longer one, except for those that are listed under a
+    /// longer text. Returns the latter; null for none.
     template<typename Visit>
-    void visitCompletions(QStringView text, Visit visit) const
+    const GrowingRows *visitCompletions(QStringView text, Visit visit) const
     {
         const Node *const end = visitPath(text, [&](const Tails &tails, QStringView rest) {
             const Automaton &automaton = *tails.automaton;
             tails.visit(automaton.alive(automaton.walk(Automaton::start, rest)), visit);
         });
-        if (end)
-            visitBelow(*end, visit);
+        return end ? &end->below : nullptr;
     }
 
 private:
@@ -121,6 +129,8 @@ private:
     {
         std::atomic<const Tails *> tails = nullptr;
         std::atomic<const Children *> children = nullptr;
+        /// The listed rows behind longer texts.
+        GrowingRows below;
         /// What the writer has added, and not yet published.
         std::vector<std::pair<const Rest *, RowLeaf>> added;
     };
@@ -145,37 +155,23 @@ private:
     const Node *visitPath(QStringView text, Visit visit) const
     {
         const Node *node = &m_root;
-        for (qsizetype at = 0; node; ++at) {
+        const QChar *const end = text.end();
+        for (const QChar *unit = text.begin(); node; ++unit) {
             if (const Tails *const tails = node->tails.load(std::memory_order_acquire))
-                visit(*tails, text.mid(at));
-            if (at == text.size())
+                visit(*tails, QStringView(unit, end));
+            if (unit == end)
                 return node;
-            node = childOf(*node, text.at(at).unicode());
+            node = childOf(*node, unit->unicode());
         }
         return nullptr;
     }
 
-    template<typename Visit>
-    void visitBelow(const Node &node, Visit visit) const
-    {
-        const auto visitChild = [&](const Node *child) {
-            if (const Tails *const tails = child->tails.load(std::memory_order_acquire))
-                std::for_each(tails->leaves.begin(), tails->leaves.end(), visit);
-            visitBelow(*child, visit);
-        };
-        if (&node == &m_root) {
-            for (const std::atomic<Node *> &first : m_first) {
-                if (const Node *const child = first.load(std::memory_order_acquire))
-                    visitChild(child);
-            }
-        }
-        if (const Children *const children = node.children.load(std::memory_order_acquire)) {
-            for (const Child child : *children)
-                visitChild(child.node);
-        }
-    }
+    class Opening;
 
+    void list(const Opening &opening, ListedRow row);
     Node &nodeOf(const QString &text);
+    /// The child, a new one if there is none.
+    Node &childMade(Node &parent, ushort unit);
     Node &addChild(Node &parent, ushort unit);
     const Rest *restOf(const std::vector<const PatternNode *> &nodes);
     std::string keyOf(const PatternNode &node);
