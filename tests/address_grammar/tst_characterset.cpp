@@ -12,6 +12,8 @@
 
 using label::CharacterSet;
 
+Q_DECLARE_METATYPE(label::CharacterSet)
+
 namespace {
 
 using Bits = std::bitset<CharacterSet::lastUnit + 1>;
@@ -148,8 +150,6 @@ void TestCharacterSet::meansWhatEscapesMean()
     for (uint unit = 0; unit <= CharacterSet::lastUnit; ++unit)
         QVERIFY2(set.contains(unit) == expression.exactMatch(QString(QChar(unit))), qPrintable(QString::number(unit)));
 }
-
-Q_DECLARE_METATYPE(label::CharacterSet)
 
 QTEST_GUILESS_MAIN(TestCharacterSet)
 #include "tst_characterset.moc"
