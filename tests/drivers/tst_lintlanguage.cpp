@@ -238,13 +238,8 @@ void LintLanguage::inclusionAgreesWithTheRows()
     QVERIFY(!own.isEmpty());
 
     QVERIFY(!textOutside(row, {&row}));
-    // A part of the pairs: in a debug build a pair takes a tenth of a second, with sanitizers some thirty times as
-    // long.
-#if defined(__SANITIZE_ADDRESS__)
-    constexpr std::size_t step = 32;
-#else
+    // A part of the pairs: in a debug build a pair takes a tenth of a second.
     constexpr std::size_t step = 4;
-#endif
     for (std::size_t index = static_cast<std::size_t>(place) % step; index < others.size(); index += step) {
         const Columns &columns = others.at(index);
         const LintRow other = rowOf(columns);
